@@ -1,0 +1,138 @@
+#pragma once
+
+#include "host/image/Image.h"
+#include "host/image/PixelCodec.h"
+
+namespace ombrelune {
+
+/// Cursor on the main buffer alone. No bounds check of any kind.
+class SimplePixPtr {
+public:
+    explicit SimplePixPtr(Image* image) : image_(image), mainStep_(image->PixelBytes()) {}
+
+    void GotoXY(int x, int y) { main_ = image_->MainRow(y) + static_cast<std::ptrdiff_t>(x) * mainStep_; }
+    void NextPixel() { main_ += mainStep_; }
+    void PrevPixel() { main_ -= mainStep_; }
+
+protected:
+    Image* image_;
+    std::ptrdiff_t mainStep_;
+    std::byte* main_ = nullptr;
+};
+
+/// Cursor on one picture through either record, at any depth. A record of the picture's own kind goes
+/// straight to memory; everything else goes through the picture's hooks. Lives on the stack of one thread.
+class PixPtr : public SimplePixPtr {
+public:
+    explicit PixPtr(Image* image)
+        : SimplePixPtr(image), auxStep_(image->AuxFloats()), hooks_(image->Hooks()),
+          plainInt_(image->IsPlain() && image->Depth() == kDepthInt16),
+          plainFloat_(image->IsPlain() && image->Depth() == kDepthFloat)
+    {}
+    PixPtr(Image* image, int x, int y) : PixPtr(image) { GotoXY(x, y); }
+
+    void GotoXY(int x, int y)
+    {
+        SimplePixPtr::GotoXY(x, y);
+        if (auxStep_) aux_ = image_->AuxRow(y) + static_cast<std::ptrdiff_t>(x) * auxStep_;
+    }
+    void NextPixel()
+    {
+        SimplePixPtr::NextPixel();
+        aux_ += auxStep_;
+    }
+    void PrevPixel()
+    {
+        SimplePixPtr::PrevPixel();
+        aux_ -= auxStep_;
+    }
+
+    void GetPixel(Pixel& record) const
+    {
+        if (!plainInt_) return hooks_.readInt(record, main_, aux_, *image_);
+        auto const* stored = reinterpret_cast<std::uint16_t const*>(main_);
+        for (int i = 0; i < 4; ++i) record.word[i] = stored[i];
+        record.DropAux();
+    }
+    void GetPixel(FltPixel& record) const
+    {
+        if (!plainFloat_) return hooks_.readFloat(record, main_, aux_, *image_);
+        std::memcpy(record.word, main_, sizeof record.word);
+        record.DropAux();
+    }
+    void SetPixel(Pixel const& record)
+    {
+        if (!plainInt_) return hooks_.writeInt(record, main_, aux_, *image_);
+        auto* stored = reinterpret_cast<std::uint16_t*>(main_);
+        for (int i = 0; i < 4; ++i) stored[i] = PixelCodec<std::uint16_t>::FromInt(record.word[i]);
+    }
+    void SetPixel(FltPixel const& record)
+    {
+        if (!plainFloat_) return hooks_.writeFloat(record, main_, aux_, *image_);
+        std::memcpy(main_, record.word, sizeof record.word);
+    }
+    template <class Record> void GetPixel(int x, int y, Record& record)
+    {
+        GotoXY(x, y);
+        GetPixel(record);
+    }
+    template <class Record> void SetPixel(int x, int y, Record const& record)
+    {
+        GotoXY(x, y);
+        SetPixel(record);
+    }
+
+    template <class Word> friend void operator>>=(PixelRecord<Word>& record, PixPtr& cursor)
+    {
+        cursor.GetPixel(record);
+        cursor.NextPixel();
+    }
+    template <class Word> friend void operator>>=(PixPtr& cursor, PixelRecord<Word> const& record)
+    {
+        cursor.SetPixel(record);
+        cursor.NextPixel();
+    }
+    template <class Word> friend void operator<<=(PixelRecord<Word>& record, PixPtr& cursor)
+    {
+        cursor.GetPixel(record);
+        cursor.PrevPixel();
+    }
+    template <class Word> friend void operator<<=(PixPtr& cursor, PixelRecord<Word> const& record)
+    {
+        cursor.SetPixel(record);
+        cursor.PrevPixel();
+    }
+
+private:
+    std::ptrdiff_t auxStep_;
+    float* aux_ = nullptr;
+    PixelHooks hooks_;
+    bool plainInt_, plainFloat_;
+};
+
+/// Cursor on a plain picture whose stored words are the record's own kind, known at compile time so that a
+/// row loop becomes loads and stores: std::uint16_t with Pixel, float with FltPixel.
+template <class Stored> class PlainPixPtr {
+public:
+    PlainPixPtr(Image* image, int x, int y) : words_(reinterpret_cast<Stored*>(image->MainRow(y)) + 4 * x) {}
+
+    template <class Word> friend void operator>>=(PixelRecord<Word>& record, PlainPixPtr& cursor)
+    {
+        for (int i = 0; i < 4; ++i) record.word[i] = static_cast<Word>(cursor.words_[i]);
+        record.DropAux();
+        cursor.words_ += 4;
+    }
+    template <class Word> friend void operator>>=(PlainPixPtr& cursor, PixelRecord<Word> const& record)
+    {
+        for (int i = 0; i < 4; ++i) {
+            if constexpr (std::is_same_v<Word, Stored>) cursor.words_[i] = record.word[i];
+            else cursor.words_[i] = PixelCodec<Stored>::FromInt(record.word[i]);
+        }
+        cursor.words_ += 4;
+    }
+
+private:
+    Stored* words_;
+};
+
+} // namespace ombrelune

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace ombrelune {
+
+struct SummedAreaTable {};
+
+} // namespace ombrelune
