@@ -86,6 +86,7 @@ inline FuID const CLSID_InputControl_Image{"ImageControl"};
 inline FuID const CLSID_InputControl_Label{"LabelControl"};
 inline FuID const CLSID_InputControl_MultiButton{"MultiButtonControl"};
 inline FuID const CLSID_InputControl_MultiButtonID{"MultiButtonIDControl"};
+inline FuID const CLSID_InputControl_Nest{"NestControl"};
 inline FuID const CLSID_InputControl_Offset{"OffsetControl"};
 inline FuID const CLSID_InputControl_Range{"RangeControl"};
 inline FuID const CLSID_InputControl_Screw{"ScrewControl"};

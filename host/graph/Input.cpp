@@ -27,6 +27,12 @@ Input::Input(Operator* owner, int index, FuID name, FuID id, TagList attributes)
       priority_(static_cast<int>(attributes_.GetInt(Attr_Priority))), default_(DefaultOf(attributes_))
 {}
 
+void Input::SetAttrsTagList(TagList const& tags)
+{
+    attributes_.Merge(tags);
+    priority_ = static_cast<int>(attributes_.GetInt(Attr_Priority));
+}
+
 bool Input::IsImage() const
 {
     return DataType() == CLSID_DataType_Image || DataType() == CLSID_DataType_Mask;

@@ -34,7 +34,7 @@ public:
     std::string const& Nest() const { return nest_; }
 
     TagList const& Attributes() const { return attributes_; }
-    virtual void SetAttrsTagList(TagList const& tags) { attributes_.Merge(tags); }
+    virtual void SetAttrsTagList(TagList const& tags);
     virtual void ShowControls(int all) { SetAttrsTagList({{Attr_ControlVisible, all != 0}}); }
     virtual void HideControls(int all) { SetAttrsTagList({{Attr_ControlVisible, all == 0}}); }
     bool IsVisible() const { return attributes_.GetBool(Attr_ControlVisible, true); }

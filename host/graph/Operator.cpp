@@ -66,7 +66,16 @@ void Operator::AddControlPageTagList(char const* label, TagList const& tags)
     page_ = tags.GetText(Page_Label, label);
 }
 
-void Operator::BeginControlNest(std::string const& name, FuID, bool) { nests_.push_back(name); }
+Input* Operator::BeginControlNest(std::string const& name, FuID id, bool closed)
+{
+    Input* const nest = AddInputTagList(name, id,
+                                        {{Attr_DataType, CLSID_DataType_Number},
+                                         {Attr_InputControl, CLSID_InputControl_Nest},
+                                         {Attr_External, false},
+                                         {Attr_Default, closed ? 0.0 : 1.0}});
+    nests_.push_back(name);
+    return nest;
+}
 
 void Operator::EndControlNest()
 {

@@ -57,8 +57,16 @@ public:
         aux_[channel - 4] = value;
     }
     void DropAux() { held_ = 0; }
+    /// Takes over the auxiliary words of a record of either kind.
+    template <class Other> void CopyAux(PixelRecord<Other> const& other)
+    {
+        held_ = other.held_;
+        if (held_) std::memcpy(aux_, other.aux_, sizeof aux_);
+    }
 
 private:
+    template <class> friend class PixelRecord;
+
     float aux_[59];
     std::uint32_t held_; // 1 while the auxiliary words mean something
 };
