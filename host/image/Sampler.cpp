@@ -2,22 +2,10 @@
 
 #include <algorithm>
 
+#include "host/image/EdgeIndex.h"
 #include "host/image/PixPtr.h"
 
 namespace ombrelune {
-
-namespace {
-
-/// Pixel number under an edge rule; -1 for black.
-template <EdgeModes Edges> int EdgeIndex(int i, int size)
-{
-    if (static_cast<unsigned>(i) < static_cast<unsigned>(size)) return i;
-    if constexpr (Edges == kEdgeBlack) return -1;
-    else if constexpr (Edges == kEdgeWrap) return i % size < 0 ? i % size + size : i % size;
-    else return std::clamp(i, 0, size - 1);
-}
-
-} // namespace
 
 template <class Record, EdgeModes Edges>
 void BilinearSampler<Record, Edges>::Outer(int x, int y, Record& record) const

@@ -60,6 +60,14 @@ inline double WordAt(Image const& image, int x, int y, int word, EdgeModes edges
     return At<Pixel>(image, x, y).word[word];
 }
 
+/// The bilinear sampler of an edge rule.
+template <class Record> void Sample(Image const& image, int x, int y, EdgeModes edges, Record& record)
+{
+    if (edges == kEdgeBlack) image.SamplePixelB(x, y, record);
+    else if (edges == kEdgeWrap) image.SamplePixelW(x, y, record);
+    else image.SamplePixelD(x, y, record);
+}
+
 inline bool SameBytes(Image const& a, Image const& b)
 {
     for (int y = 0; y < a.Height(); ++y) {

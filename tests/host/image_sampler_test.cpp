@@ -10,13 +10,6 @@ namespace {
 
 using namespace test;
 
-template <class Record> void Sample(Image const& image, int x, int y, EdgeModes edges, Record& record)
-{
-    if (edges == kEdgeBlack) image.SamplePixelB(x, y, record);
-    else if (edges == kEdgeWrap) image.SamplePixelW(x, y, record);
-    else image.SamplePixelD(x, y, record);
-}
-
 /// Weighted mean of the four neighbours in doubles.
 double Bilinear(Image const& image, int x, int y, int word, EdgeModes edges)
 {
