@@ -1,7 +1,65 @@
 #pragma once
 
+#include <array>
+#include <memory>
+
+#include "host/image/Image.h"
+
 namespace ombrelune {
 
-struct SummedAreaTable {};
+/// Four colour channels in doubles.
+struct Sum4 {
+    std::array<double, 4> word{};
+
+    friend Sum4 operator+(Sum4 a, Sum4 const& b)
+    {
+        for (int i = 0; i < 4; ++i) a.word[i] += b.word[i];
+        return a;
+    }
+    friend Sum4 operator-(Sum4 a, Sum4 const& b)
+    {
+        for (int i = 0; i < 4; ++i) a.word[i] -= b.word[i];
+        return a;
+    }
+    friend Sum4 operator*(double factor, Sum4 a)
+    {
+        for (double& w : a.word) w *= factor;
+        return a;
+    }
+};
+
+/// Interval along one side of the table: whole cells `first` and `last`, and how far into each of them the
+/// interval starts and ends. A fraction outside 0 to 1 continues the cell's pixel, which is how the edge
+/// pixel is repeated; an interval may run backwards and then counts negative.
+struct TableInterval {
+    TableInterval(double from, double to, int size);
+
+    int first, last;
+    double firstFraction, lastFraction;
+};
+
+/// Integral of a picture from its lower left corner, for the mean of any rectangle at a constant price.
+/// (Crow, "Summed-area tables for texture mapping", SIGGRAPH 1984.) Pixel x covers x to x + 1 here. Integer
+/// depths are summed as 0 to 65535, and since the largest possible sum is below 2^48 their doubles are exact;
+/// values of float depths that are not finite count as 0, or one of them would spoil all that lies above it.
+class SummedAreaTable {
+public:
+    /// Table of a picture, on the worker threads; null when memory is out. The order of summing depends on
+    /// the picture's size alone, so that the bytes are the same for any number of threads.
+    static std::unique_ptr<SummedAreaTable> Of(Image const& image);
+
+    /// Integral over a rectangle with fractional sides.
+    Sum4 Integral(TableInterval const& x, TableInterval const& y) const;
+
+private:
+    SummedAreaTable() = default;
+    template <class Stored> void Build(Image const& image);
+
+    Sum4* Row(int y) { return reinterpret_cast<Sum4*>(entries_.get()) + y * stride_; }
+    Sum4 const* Row(int y) const { return const_cast<SummedAreaTable*>(this)->Row(y); }
+
+    PooledBuffer entries_; // (width + 1) x (height + 1), the first row and column 0
+    std::ptrdiff_t stride_ = 0;
+};
 
 } // namespace ombrelune
