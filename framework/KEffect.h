@@ -35,8 +35,8 @@ enum KProcessFlag {
 
 enum KProcessNameType { KName_Short = 0, KName_Display = 1, KName_Description = 2 };
 
-/// One of a tool's names, for its static Name. Any other kind gives the display name, and so does a description
-/// that is not given.
+/// One of a tool's names, for its static Name. Any other kind gives the display name, and so does a
+/// description that is not given.
 inline char const* NameOf(KProcessNameType kind, char const* shortName, char const* displayName,
                           char const* description = nullptr)
 {
@@ -47,9 +47,10 @@ inline char const* NameOf(KProcessNameType kind, char const* shortName, char con
 /// Frame time that asks for no frame, see KEffect::GetInputTimes.
 inline constexpr float kNoFrame = 1e10F;
 
-/// The algorithm of a tool. Declares its parameters in its constructor, each with a public member as target, and
-/// knows nothing of the host: something fills the members and the data, calls Init, the operations of its family
-/// through an engine, then Done and ProcessData. Concrete effects also have a static Name(KProcessNameType).
+/// The algorithm of a tool. Declares its parameters in its constructor, each with a public member as target,
+/// and knows nothing of the host: something fills the members and the data, calls Init, the operations of its
+/// family through an engine, then Done and ProcessData. Concrete effects also have a static
+/// Name(KProcessNameType).
 class KEffect {
 public:
     KEffect() = default;
@@ -59,7 +60,8 @@ public:
 
     virtual bool GetFlag(KProcessFlag) { return false; }
     /// Size of the output of a resizing effect: changes the source's values in place.
-    virtual bool GetResize(int /*scale*/, int& /*width*/, int& /*height*/, float& /*xAspect*/, float& /*yAspect*/)
+    virtual bool GetResize(int /*scale*/, int& /*width*/, int& /*height*/, float& /*xAspect*/,
+                           float& /*yAspect*/)
     {
         return false;
     }
@@ -72,11 +74,11 @@ public:
     virtual void ProcessData() {}
     /// Ends a frame, after a failed Init too; may replace the destination.
     virtual void Done(KImage** destination);
-    /// An input with KF_AffectInputs has changed. The caller frees the list. Comes outside the render, so it may
-    /// touch only its own bookkeeping members.
+    /// An input with KF_AffectInputs has changed. The caller frees the list. Comes outside the render, so it
+    /// may touch only its own bookkeeping members.
     virtual KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value);
-    /// How many frames of an input the effect reads at `time`; fills their times unless `times` is null. The time
-    /// kNoFrame leaves a slot empty.
+    /// How many frames of an input the effect reads at `time`; fills their times unless `times` is null. The
+    /// time kNoFrame leaves a slot empty.
     virtual int GetInputTimes(unsigned input, float time, float* times);
 
     void SetData(KProcessImageData const& newData) { data = newData; }

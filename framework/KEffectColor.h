@@ -15,8 +15,8 @@ public:
     virtual KColor32 F(KColor32 const& color);
     virtual KColor F(KColor const& color) = 0;
 
-    /// F on every colour of a run, in place. The base calls the virtual F; a registered effect calls its own F
-    /// directly, and one that overrides these gives the same bytes faster.
+    /// F on every colour of a run, in place. The base calls the virtual F; a registered effect calls its own
+    /// F directly, and one that overrides these gives the same bytes faster.
     virtual void Span(KColor32* colors, int count)
     {
         for (int i = 0; i < count; ++i) colors[i] = F(colors[i]);

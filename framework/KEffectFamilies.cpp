@@ -37,8 +37,7 @@ void KEffectPixel::Row(KPixelRow const& row)
 {
     if (row.data->depth == 2)
         PixelRow<FltPixel>(row, [this](int x, int y, KImage* source) { return FFlt(x, y, source); });
-    else
-        PixelRow<Pixel>(row, [this](int x, int y, KImage* source) { return F(x, y, source); });
+    else PixelRow<Pixel>(row, [this](int x, int y, KImage* source) { return F(x, y, source); });
 }
 
 Pixel KEffectPosition::F(Pixel& source, KVector2& position)

@@ -13,7 +13,8 @@ struct KPixelRow {
     bool keepUnselected; ///< channels that are not selected get the source's value back
 };
 
-/// An effect that makes one pixel at a time from any pixels of the source. Overrides at least one of F and FFlt.
+/// An effect that makes one pixel at a time from any pixels of the source. Overrides at least one of F and
+/// FFlt.
 class KEffectPixel : public KEffectImage {
 public:
     int ProcessType() override { return KProc_Pixel; }

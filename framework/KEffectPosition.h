@@ -15,8 +15,8 @@ struct KPositionRow {
 };
 
 /// An effect that makes a pixel from the source pixel and its place: x in 0 to 1 along the width, y in 0 to
-/// 1 / frame aspect. Overrides at least one of the two forms; the base of each converts and calls the other, and
-/// keeps the auxiliary channels of the source pixel.
+/// 1 / frame aspect. Overrides at least one of the two forms; the base of each converts and calls the other,
+/// and keeps the auxiliary channels of the source pixel.
 class KEffectPosition : public KEffectImage {
 public:
     int ProcessType() override { return KProc_Position; }

@@ -4,7 +4,8 @@
 
 namespace ombrelune {
 
-/// An effect that divides its work itself: steps run one after the other, the chunks of a step at the same time.
+/// An effect that divides its work itself: steps run one after the other, the chunks of a step at the same
+/// time.
 class KEffectThreads : public KEffectImage {
 public:
     int ProcessType() override { return KProc_Threads; }

@@ -4,8 +4,8 @@
 
 namespace ombrelune {
 
-/// An effect that tells for each place of the output where in the source it comes from. Places are x in 0 to 1
-/// along the width, y in 0 to 1 / frame aspect.
+/// An effect that tells for each place of the output where in the source it comes from. Places are x in 0 to
+/// 1 along the width, y in 0 to 1 / frame aspect.
 class KEffectWarp : public KEffectImage {
 public:
     int ProcessType() override { return KProc_Warp; }

@@ -16,6 +16,10 @@ void SetInputVisibility(KInput const& entry, bool visible)
 
 } // namespace
 
+KInput::KInput(std::uint32_t inputId, Input* hostInput, KParameter* declared, int subInput)
+    : id(inputId), input(hostInput), parameter(declared), sub(subInput)
+{}
+
 KInput::~KInput() = default;
 
 KInput* KInputList::FindInput(std::uint32_t id) const
@@ -49,7 +53,9 @@ void KInputList::SetValue(std::uint32_t id, KParameterValue const& value, float 
     switch (found->parameter->type) {
     case KPT_Int:
     case KPT_Float: found->input->SetSource(MakeRef<Number>(value.floatValue).Get(), time, nullptr); break;
-    case KPT_Point: found->input->SetSource(MakeRef<Point>(value.point.x, value.point.y).Get(), time, nullptr); break;
+    case KPT_Point:
+        found->input->SetSource(MakeRef<Point>(value.point.x, value.point.y).Get(), time, nullptr);
+        break;
     default: break;
     }
 }

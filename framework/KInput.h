@@ -10,10 +10,7 @@ namespace ombrelune {
 /// Joins a host input with the parameter that declared it.
 class KInput : public KListItem {
 public:
-    KInput(std::uint32_t inputId, Input* hostInput, KParameter* declared, int subInput)
-        : id(inputId), input(hostInput), parameter(declared), sub(subInput)
-    {
-    }
+    KInput(std::uint32_t inputId, Input* hostInput, KParameter* declared, int subInput);
     ~KInput() override;
 
     std::uint32_t id;

@@ -16,12 +16,14 @@ enum KMessageType {
 /// What an effect wants done to one of its inputs.
 class KMessage : public KListItem {
 public:
-    KMessage(KMessageType messageType, std::uint32_t targetId, float number) : type(messageType), target(targetId)
+    KMessage(KMessageType messageType, std::uint32_t targetId, float number)
+        : type(messageType), target(targetId)
     {
         value.floatValue = number;
         value.intValue = static_cast<int>(number + 0.5F);
     }
-    KMessage(KMessageType messageType, std::uint32_t targetId, char const* text) : type(messageType), target(targetId)
+    KMessage(KMessageType messageType, std::uint32_t targetId, char const* text)
+        : type(messageType), target(targetId)
     {
         value.text.Set(text);
     }
@@ -39,10 +41,16 @@ public:
 /// Made by AffectInputs, freed with its messages by the caller.
 class KMessageList : public KList {
 public:
-    void Show(std::uint32_t target, bool visible) { AddLast(new KMessage(KMsg_Visibility, target, visible ? 1.0F : 0.0F)); }
+    void Show(std::uint32_t target, bool visible)
+    {
+        AddLast(new KMessage(KMsg_Visibility, target, visible ? 1.0F : 0.0F));
+    }
     void SetName(std::uint32_t target, char const* text) { AddLast(new KMessage(KMsg_Name, target, text)); }
     void SetValue(std::uint32_t target, float number) { AddLast(new KMessage(KMsg_Value, target, number)); }
-    void SetPoint(std::uint32_t target, KVector2 const& point) { AddLast(new KMessage(KMsg_Value, target, point)); }
+    void SetPoint(std::uint32_t target, KVector2 const& point)
+    {
+        AddLast(new KMessage(KMsg_Value, target, point));
+    }
 };
 
 } // namespace ombrelune

@@ -18,7 +18,8 @@ std::vector<KObjectType>& Types()
 KObjectType const* FindObjectType(KParameterType type)
 {
     auto const& types = Types();
-    auto found = std::find_if(types.begin(), types.end(), [&](KObjectType const& t) { return t.type == type; });
+    auto found =
+        std::find_if(types.begin(), types.end(), [&](KObjectType const& t) { return t.type == type; });
     return found == types.end() ? nullptr : &*found;
 }
 

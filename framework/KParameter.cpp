@@ -26,9 +26,9 @@ KParameter& KParameterList::Append(KControlType control, KParameterType type, vo
     return *parameter;
 }
 
-KParameter& KParameterList::AppendNumber(KControlType control, KParameterType type, void* target, double value,
-                                         char const* label, std::uint32_t id, unsigned flags, double minimum,
-                                         double maximum)
+KParameter& KParameterList::AppendNumber(KControlType control, KParameterType type, void* target,
+                                         double value, char const* label, std::uint32_t id, unsigned flags,
+                                         double minimum, double maximum)
 {
     KParameter& parameter = Append(control, type, target, label, id, flags);
     parameter.defaultValue = static_cast<float>(value);
@@ -71,13 +71,14 @@ void KParameterList::AddButtons(int* target, int value, char const* label, std::
     AppendNumber(KCT_Buttons, KPT_Int, target, value, label, id, flags, 0.0, 0.0).names.Add(names);
 }
 
-void KParameterList::AddButtonsChannel(int* target, int value, char const* label, std::uint32_t id, unsigned flags)
+void KParameterList::AddButtonsChannel(int* target, int value, char const* label, std::uint32_t id,
+                                       unsigned flags)
 {
     AddButtons(target, value, label, id, flags, {"Red", "Green", "Blue", "Alpha", "Lumin."});
 }
 
-void KParameterList::AddCheckbox(bool* target, bool value, char const* label, std::uint32_t id, unsigned flags,
-                                 int width)
+void KParameterList::AddCheckbox(bool* target, bool value, char const* label, std::uint32_t id,
+                                 unsigned flags, int width)
 {
     *target = value;
     AppendNumber(KCT_Checkbox, KPT_Bool, target, value ? 1.0 : 0.0, label, id, flags, 0.0, 1.0).width =
@@ -156,11 +157,13 @@ void KParameterList::AddPoint3D(KVector3* target, KVector3 const& value, char co
     parameter.group = ++lastGroup_;
 }
 
-void KParameterList::AddRange(KRange* target, KRange value, char const* label, char const* label2, std::uint32_t id,
-                              std::uint32_t id2, unsigned flags, double minimum, double maximum)
+void KParameterList::AddRange(KRange* target, KRange value, char const* label, char const* label2,
+                              std::uint32_t id, std::uint32_t id2, unsigned flags, double minimum,
+                              double maximum)
 {
     *target = value;
-    KParameter& parameter = AppendNumber(KCT_Range, KPT_Range, target, 0.0, label, id, flags, minimum, maximum);
+    KParameter& parameter =
+        AppendNumber(KCT_Range, KPT_Range, target, 0.0, label, id, flags, minimum, maximum);
     parameter.id[1] = id2;
     parameter.defaultRange = value;
     parameter.names.Add({label2});
@@ -179,8 +182,8 @@ void KParameterList::AddShape(void** target, char const* label, std::uint32_t id
     Append(KCT_Shape, KPT_Shape, static_cast<void*>(target), label, id, flags);
 }
 
-void KParameterList::AddSlider(float* target, float value, char const* label, std::uint32_t id, unsigned flags,
-                               double minimum, double maximum)
+void KParameterList::AddSlider(float* target, float value, char const* label, std::uint32_t id,
+                               unsigned flags, double minimum, double maximum)
 {
     *target = value;
     AppendNumber(KCT_Slider, KPT_Float, target, value, label, id, flags, minimum, maximum);
@@ -221,8 +224,9 @@ void KParameterList::AddText(FuStringT<char>* target, FuStringT<char> const& val
     parameter.group = lines;
 }
 
-void KParameterList::AddTransformation(KTransformation* target, KTransformation const& value, char const* label,
-                                       std::uint32_t id, unsigned flags, KTransformationType type)
+void KParameterList::AddTransformation(KTransformation* target, KTransformation const& value,
+                                       char const* label, std::uint32_t id, unsigned flags,
+                                       KTransformationType type)
 {
     *target = value;
     KParameter& parameter = Append(KCT_Transformation, KPT_Transformation, target, label, id, flags);

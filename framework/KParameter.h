@@ -106,14 +106,14 @@ enum KTransformationType {
 };
 
 enum KParameterFlag : unsigned {
-    KF_AffectInputs = 0x1,  ///< a change is reported to AffectInputs
-    KF_Hidden = 0x2,        ///< the control starts hidden
-    KF_Preview = 0x4,       ///< has an on-screen control
-    KF_MainInput = 0x8,     ///< image, shape or region: a main input of the node; the id is its number
-    KF_Internal = 0x10,     ///< not for connecting: computed values and labels
-    KF_Late = 0x20,         ///< arrives after the pre-render stage
-    KF_SoftMin = 0x400,     ///< the minimum only scales the control
-    KF_SoftMax = 0x800,     ///< the maximum only scales the control
+    KF_AffectInputs = 0x1, ///< a change is reported to AffectInputs
+    KF_Hidden = 0x2,       ///< the control starts hidden
+    KF_Preview = 0x4,      ///< has an on-screen control
+    KF_MainInput = 0x8,    ///< image, shape or region: a main input of the node; the id is its number
+    KF_Internal = 0x10,    ///< not for connecting: computed values and labels
+    KF_Late = 0x20,        ///< arrives after the pre-render stage
+    KF_SoftMin = 0x400,    ///< the minimum only scales the control
+    KF_SoftMax = 0x800,    ///< the maximum only scales the control
     KF_PreviewEllipse = 0x100000,
     KF_PreviewRectWidth = 0x200000,
     KF_PreviewRectHeight = 0x400000,
@@ -152,13 +152,14 @@ public:
     KTransformation transformation;
 };
 
-/// One declared parameter: label, identifiers, control, target and defaults. Its target is a public member of the
-/// effect, not owned.
+/// One declared parameter: label, identifiers, control, target and defaults. Its target is a public member of
+/// the effect, not owned.
 class KParameter : public KListItem {
 public:
     KString label{"Dummy"};
-    std::uint32_t id[4] = {}; ///< the first is the parameter's; the others name sub-inputs of colours and ranges
-    int group = -1;           ///< number of a compound parameter; the line count of a text
+    std::uint32_t id[4] =
+        {};         ///< the first is the parameter's; the others name sub-inputs of colours and ranges
+    int group = -1; ///< number of a compound parameter; the line count of a text
     KNameList names;
     float width = 0.0F; ///< how many checkboxes share a row
     int transformationType = KTransformation_All;
@@ -176,42 +177,47 @@ public:
     unsigned flags = 0;
 };
 
-/// Everything that an effect declares, in the order in which users see it. Each operation appends one parameter and
-/// writes its default into the target at once. Names are given in order, without an end mark.
+/// Everything that an effect declares, in the order in which users see it. Each operation appends one
+/// parameter and writes its default into the target at once. Names are given in order, without an end mark.
 class KParameterList : public KList {
 public:
     void GroupStart(char const* label, std::uint32_t id, unsigned flags);
     void GroupEnd();
     void AddChapter(char const* label);
     void AddStandard(int* target, int value, KParameterStandard standard, unsigned flags);
-    void AddAngle(float* target, float value, char const* label, std::uint32_t id, unsigned flags, KAngleType unit);
+    void AddAngle(float* target, float value, char const* label, std::uint32_t id, unsigned flags,
+                  KAngleType unit);
     void AddButton(char const* label, std::uint32_t id, unsigned flags);
-    void AddButtons(int* target, int value, char const* label, std::uint32_t id, unsigned flags, KNames names);
+    void AddButtons(int* target, int value, char const* label, std::uint32_t id, unsigned flags,
+                    KNames names);
     void AddButtonsChannel(int* target, int value, char const* label, std::uint32_t id, unsigned flags);
-    void AddCheckbox(bool* target, bool value, char const* label, std::uint32_t id, unsigned flags, int width = 1);
+    void AddCheckbox(bool* target, bool value, char const* label, std::uint32_t id, unsigned flags,
+                     int width = 1);
     /// The ids of green, blue and alpha are id - 11, id - 16 and id - 17: a last letter R becomes G, B and A.
     void AddColor(KColor* target, KColor const& value, char const* label, std::uint32_t id, unsigned flags);
-    void AddCurve(KLookUpTable** target, char const* label, std::uint32_t id, unsigned flags, KColor const& color);
-    void AddFilename(FuStringT<char>* target, FuStringT<char> const& value, char const* label, std::uint32_t id,
-                     unsigned flags, char const* filter);
+    void AddCurve(KLookUpTable** target, char const* label, std::uint32_t id, unsigned flags,
+                  KColor const& color);
+    void AddFilename(FuStringT<char>* target, FuStringT<char> const& value, char const* label,
+                     std::uint32_t id, unsigned flags, char const* filter);
     void AddImage(void** target, char const* label, std::uint32_t id, unsigned flags);
     void AddLabel(char const* label, std::uint32_t id, unsigned flags);
     void AddList(int* target, int value, char const* label, std::uint32_t id, unsigned flags, KNames names);
     void AddMatte(void** target, char const* label, std::uint32_t id, unsigned flags);
-    void AddPoint(KVector2* target, KVector2 const& value, char const* label, std::uint32_t id, unsigned flags,
-                  KPointType unit);
-    void AddPoint3D(KVector3* target, KVector3 const& value, char const* label, std::uint32_t id, unsigned flags);
+    void AddPoint(KVector2* target, KVector2 const& value, char const* label, std::uint32_t id,
+                  unsigned flags, KPointType unit);
+    void AddPoint3D(KVector3* target, KVector3 const& value, char const* label, std::uint32_t id,
+                    unsigned flags);
     void AddRange(KRange* target, KRange value, char const* label, char const* label2, std::uint32_t id,
                   std::uint32_t id2, unsigned flags, double minimum, double maximum);
     void AddRegion3D(void** target, char const* label, std::uint32_t id, unsigned flags);
     void AddShape(void** target, char const* label, std::uint32_t id, unsigned flags);
-    void AddSlider(float* target, float value, char const* label, std::uint32_t id, unsigned flags, double minimum,
-                   double maximum);
-    void AddSliderInt(int* target, int value, char const* label, std::uint32_t id, unsigned flags, int minimum,
-                      int maximum);
+    void AddSlider(float* target, float value, char const* label, std::uint32_t id, unsigned flags,
+                   double minimum, double maximum);
+    void AddSliderInt(int* target, int value, char const* label, std::uint32_t id, unsigned flags,
+                      int minimum, int maximum);
     void AddSliderSeed(int* target, char const* label, std::uint32_t id, unsigned flags);
-    void AddScrew(float* target, float value, char const* label, std::uint32_t id, unsigned flags, double minimum,
-                  double maximum);
+    void AddScrew(float* target, float value, char const* label, std::uint32_t id, unsigned flags,
+                  double minimum, double maximum);
     void AddScrewInt(int* target, int value, char const* label, std::uint32_t id, unsigned flags, int minimum,
                      int maximum);
     void AddText(FuStringT<char>* target, FuStringT<char> const& value, char const* label, std::uint32_t id,
@@ -220,10 +226,11 @@ public:
                            std::uint32_t id, unsigned flags, KTransformationType type);
 
 private:
-    KParameter& Append(KControlType control, KParameterType type, void* target, char const* label, std::uint32_t id,
-                       unsigned flags);
+    KParameter& Append(KControlType control, KParameterType type, void* target, char const* label,
+                       std::uint32_t id, unsigned flags);
     KParameter& AppendNumber(KControlType control, KParameterType type, void* target, double value,
-                             char const* label, std::uint32_t id, unsigned flags, double minimum, double maximum);
+                             char const* label, std::uint32_t id, unsigned flags, double minimum,
+                             double maximum);
 
     int lastGroup_ = 10;
 };

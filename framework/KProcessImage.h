@@ -7,8 +7,8 @@
 
 namespace ombrelune {
 
-/// Turns one effect and one source into one destination. The constructor calls the effect's Init and the destructor
-/// its Done, so an engine's life is the span in which the effect is prepared for a frame.
+/// Turns one effect and one source into one destination. The constructor calls the effect's Init and the
+/// destructor its Done, so an engine's life is the span in which the effect is prepared for a frame.
 class KProcessImage : public KProcess {
 public:
     /// @param newDestination  address of the caller's pointer; the engine may replace the image behind it

@@ -12,17 +12,11 @@ namespace {
 
 constexpr int kRun = 256; // colours of a run stay in the first-level cache
 
-template <class Record>
-using WordType = std::remove_reference_t<decltype(Record::alpha)>;
+template <class Record> using WordType = std::remove_reference_t<decltype(Record::alpha)>;
 
-template <class Color, class Record>
-Color ColorOf(Record const& pixel)
-{
-    return Color(pixel);
-}
+template <class Color, class Record> Color ColorOf(Record const& pixel) { return Color(pixel); }
 
-template <class Record, class Color>
-void SetColor(Record& pixel, Color const& color)
+template <class Record, class Color> void SetColor(Record& pixel, Color const& color)
 {
     pixel.red = static_cast<WordType<Record>>(color.red);
     pixel.green = static_cast<WordType<Record>>(color.green);
@@ -32,8 +26,7 @@ void SetColor(Record& pixel, Color const& color)
 
 } // namespace
 
-template <class Record, class Color>
-void KProcessImageColor::Row(int y)
+template <class Record, class Color> void KProcessImageColor::Row(int y)
 {
     auto* const colors = static_cast<KEffectColor*>(effect);
     bool const all = data.AllChannels();
@@ -63,8 +56,7 @@ void KProcessImageColor::Row(int y)
     });
 }
 
-template <class Record, class Color>
-void KProcessImageColor::SuperSampledRow(int y)
+template <class Record, class Color> void KProcessImageColor::SuperSampledRow(int y)
 {
     using Sum = std::conditional_t<std::is_same_v<Record, Pixel>, std::uint32_t, float>;
     auto* const colors = static_cast<KEffectColor*>(effect);
@@ -108,10 +100,8 @@ void KProcessImageColor::DoThread(int y, int)
 {
     if (skip) return CopyRow(y);
     bool const single = data.superSample == 1;
-    if (data.depth == 2)
-        single ? Row<FltPixel, KColor>(y) : SuperSampledRow<FltPixel, KColor>(y);
-    else
-        single ? Row<Pixel, KColor32>(y) : SuperSampledRow<Pixel, KColor32>(y);
+    if (data.depth == 2) single ? Row<FltPixel, KColor>(y) : SuperSampledRow<FltPixel, KColor>(y);
+    else single ? Row<Pixel, KColor32>(y) : SuperSampledRow<Pixel, KColor32>(y);
 }
 
 } // namespace ombrelune

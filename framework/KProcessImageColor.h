@@ -5,8 +5,8 @@
 
 namespace ombrelune {
 
-/// Engine of KEffectColor: a chunk is a row, colours go to the effect in runs. The post-multiply comes before the
-/// channel selection.
+/// Engine of KEffectColor: a chunk is a row, colours go to the effect in runs. The post-multiply comes before
+/// the channel selection.
 class KProcessImageColor : public KProcessImage {
 public:
     using KProcessImage::KProcessImage;
@@ -14,10 +14,8 @@ public:
     void DoThread(int y, int step) override;
 
 private:
-    template <class Record, class Color>
-    void Row(int y);
-    template <class Record, class Color>
-    void SuperSampledRow(int y);
+    template <class Record, class Color> void Row(int y);
+    template <class Record, class Color> void SuperSampledRow(int y);
 };
 
 } // namespace ombrelune

@@ -13,7 +13,7 @@ struct KProcessImageData {
     bool channels[4] = {true, true, true, true}; ///< red, green, blue, alpha selected
     bool preDivide = false;
     int underSample = 1;
-    int superSample = 1; ///< samples per axis: 1, 2, 3, 4, 5, 8 or 16
+    int superSample = 1;            ///< samples per axis: 1, 2, 3, 4, 5, 8 or 16
     float superSampleFilter = 1.0F; ///< width of the sample grid in pixels
     int filtering = 1;              ///< 0 none, 1 pixel, 2 area
     int edges = 0;                  ///< 0 black, 1 wrap, 2 duplicate

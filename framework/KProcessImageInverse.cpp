@@ -6,8 +6,8 @@
 
 namespace ombrelune {
 
-KProcessImageInverse::KProcessImageInverse(KImage* newSource, KImage** newDestination, KEffectImage* newEffect,
-                                           KProcessImageData const& newData)
+KProcessImageInverse::KProcessImageInverse(KImage* newSource, KImage** newDestination,
+                                           KEffectImage* newEffect, KProcessImageData const& newData)
     : KProcessImageWarp(newSource, newDestination, newEffect, newData), mask(newData.warpMask)
 {
     // A picture one pixel wide or high has no extent to measure places by: it is copied.
@@ -66,7 +66,10 @@ KVector2 KProcessImageInverse::MapAt(int x, int y) const
 
 void KProcessImageInverse::MaskRun(int x, int y, int count, unsigned* alphas) const
 {
-    if (!mask) return std::fill_n(alphas, count, 65535U);
+    if (!mask) {
+        std::fill_n(alphas, count, 65535U);
+        return;
+    }
     PixPtr cursor(mask->FImage(), x, y);
     Pixel pixel;
     for (int i = 0; i < count; ++i) {
@@ -85,7 +88,8 @@ void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, O
             places[i] = MapAt(x + i, y);
             if (alphas[i] == 0 || alphas[i] >= 65535) continue;
             float const t = static_cast<float>(alphas[i] / 65535.0);
-            places[i] = t * places[i] + (1.0F - t) * KVector2(static_cast<float>(x + i), static_cast<float>(y));
+            places[i] =
+                t * places[i] + (1.0F - t) * KVector2(static_cast<float>(x + i), static_cast<float>(y));
         }
         return;
     }
@@ -95,7 +99,8 @@ void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, O
     bool found[kRun];
     int askedCount = 0;
     for (int i = 0; i < count; ++i)
-        if (alphas[i] != 0) asked[askedCount++] = Normalised(static_cast<float>(x + i), static_cast<float>(y));
+        if (alphas[i] != 0)
+            asked[askedCount++] = Normalised(static_cast<float>(x + i), static_cast<float>(y));
     static_cast<KEffectWarp*>(effect)->Span(sources, found, asked, askedCount);
     for (int i = 0, a = 0; i < count; ++i) {
         if (alphas[i] == 0) {
@@ -163,14 +168,14 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
         if (!hasSource) continue;
         if (alphas[i] < 65535) {
             float const t = static_cast<float>(alphas[i] / 65535.0);
-            moved = {t * moved.top + (1.0F - t) * unmoved.top, t * moved.bottom + (1.0F - t) * unmoved.bottom};
+            moved = {t * moved.top + (1.0F - t) * unmoved.top,
+                     t * moved.bottom + (1.0F - t) * unmoved.bottom};
         }
         edges[i] = moved;
     }
 }
 
-template <class Record>
-void KProcessImageInverse::SampleRow(int y)
+template <class Record> void KProcessImageInverse::SampleRow(int y)
 {
     PixPtr out((*destination)->FImage(), 0, y);
     KVector2 places[kRun];
@@ -187,8 +192,7 @@ void KProcessImageInverse::SampleRow(int y)
                 if (data.filtering == 0)
                     source->GetSample(static_cast<int>(places[i].x), static_cast<int>(places[i].y), pixel,
                                       data.edges);
-                else
-                    source->GetSamplePixel(places[i].x, places[i].y, pixel, data.edges);
+                else source->GetSamplePixel(places[i].x, places[i].y, pixel, data.edges);
                 break;
             }
             out >>= pixel;
@@ -196,8 +200,7 @@ void KProcessImageInverse::SampleRow(int y)
     }
 }
 
-template <class Record>
-void KProcessImageInverse::AreaRow(int y)
+template <class Record> void KProcessImageInverse::AreaRow(int y)
 {
     PixPtr out((*destination)->FImage(), 0, y);
     Edge edges[kRun];

@@ -7,9 +7,9 @@
 
 namespace ombrelune {
 
-/// Engine of KEffectWarp: asks the effect for the source of each output place and samples there, by pixel or by
-/// area, directly or through a coarse map of every u-th place. A warp mask fades the displacement, not the pixels.
-/// Channel boxes matter only when none is ticked.
+/// Engine of KEffectWarp: asks the effect for the source of each output place and samples there, by pixel or
+/// by area, directly or through a coarse map of every u-th place. A warp mask fades the displacement, not the
+/// pixels. Channel boxes matter only when none is ticked.
 class KProcessImageInverse : public KProcessImageWarp {
 public:
     KProcessImageInverse(KImage* newSource, KImage** newDestination, KEffectImage* newEffect,
@@ -47,10 +47,8 @@ private:
     void EdgeRun(int x, int y, int count, Edge* edges, Origin* origins) const;
     Edge FirstEdge(int y) const;
 
-    template <class Record>
-    void SampleRow(int y);
-    template <class Record>
-    void AreaRow(int y);
+    template <class Record> void SampleRow(int y);
+    template <class Record> void AreaRow(int y);
 
     float scaleX = 1.0F, scaleY = 1.0F; ///< pixels of a normalised 1
     int mapWidth = 0, mapHeight = 0;

@@ -5,7 +5,8 @@
 
 namespace ombrelune {
 
-/// Engine of KEffectPixel: a chunk is a row. No super-sampling and no pre-divide, the effect has the whole image.
+/// Engine of KEffectPixel: a chunk is a row. No super-sampling and no pre-divide, the effect has the whole
+/// image.
 class KProcessImagePixel : public KProcessImage {
 public:
     using KProcessImage::KProcessImage;

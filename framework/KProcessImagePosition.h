@@ -5,8 +5,8 @@
 
 namespace ombrelune {
 
-/// Engine of KEffectPosition: a chunk is a row. The post-multiply comes after the channel selection, unlike in the
-/// colour engine.
+/// Engine of KEffectPosition: a chunk is a row. The post-multiply comes after the channel selection, unlike
+/// in the colour engine.
 class KProcessImagePosition : public KProcessImage {
 public:
     using KProcessImage::KProcessImage;
@@ -14,7 +14,8 @@ public:
     void DoThread(int y, int) override
     {
         if (skip) return CopyRow(y);
-        static_cast<KEffectPosition*>(effect)->Row({source, *destination, y, width, height, frameAspect, &data});
+        static_cast<KEffectPosition*>(effect)->Row(
+            {source, *destination, y, width, height, frameAspect, &data});
     }
 };
 

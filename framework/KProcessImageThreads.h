@@ -5,7 +5,8 @@
 
 namespace ombrelune {
 
-/// Engine of KEffectThreads: the effect owns the meaning of chunks and steps; channels matter only for skipping.
+/// Engine of KEffectThreads: the effect owns the meaning of chunks and steps; channels matter only for
+/// skipping.
 class KProcessImageThreads : public KProcessImage {
 public:
     using KProcessImage::KProcessImage;

@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "framework/KObjectType.h"
+#include "host/graph/FusionDoc.h"
 #include "image/KLookUpTable.h"
 #include "image/SafeDelete.h"
 
@@ -18,7 +19,7 @@ Image* ImageOf(Parameter* value) { return dynamic_cast<Image*>(value); }
 
 KImage* WrapSlot(Input* input, Request* request, int slot)
 {
-    return ImageFromHost(ImageOf(input->GetValue(request, slot)), false);
+    return KImage::ImageFromHost(ImageOf(input->GetValue(request, slot)), false);
 }
 
 double NumberOf(Parameter const* value)
@@ -43,7 +44,8 @@ void ReadTransformation(KTransformation& target, int sub, Parameter const* value
     case 1:
     case 2: target.position[sub] = number; break;
     case 3:
-        if (auto const* id = dynamic_cast<IdParameter const*>(value)) target.order = RotationOrder(id->value);
+        if (auto const* id = dynamic_cast<IdParameter const*>(value))
+            target.rotationOrder = RotationOrder(id->value);
         break;
     case 4:
     case 5:
@@ -68,7 +70,8 @@ KVector2 AdaptedPoint(KVector2 const& p, int type, KImage const& image)
     float const aspect = image.FrameAspect();
     switch (type) {
     case KPoint_Aspect: return {p.x, p.y / aspect};
-    case KPoint_Pixels: return {p.x * static_cast<float>(image.Width()), p.y * static_cast<float>(image.Height())};
+    case KPoint_Pixels:
+        return {p.x * static_cast<float>(image.Width()), p.y * static_cast<float>(image.Height())};
     case KPoint_Centered: return {p.x - 0.5F, p.y - 0.5F};
     case KPoint_CenteredAspect: return {p.x - 0.5F, (p.y - 0.5F) / aspect};
     default: return p;
@@ -92,7 +95,8 @@ void KTool::StartProcess()
 void KTool::PreCalcProcess(Request* request)
 {
     for (KInput const* entry : inputs.Each<KInput>())
-        if (entry->parameter->type == KPT_Shape && entry->input) request->SetInputData(entry->input, nullptr, 0);
+        if (entry->parameter->type == KPT_Shape && entry->input)
+            request->SetInputData(entry->input, nullptr, 0);
 }
 
 void KTool::PreProcess(Request* request)
@@ -121,9 +125,10 @@ void KTool::ProcessInputs(Request* request, bool all)
         if (!entry->input || !IsAdmitted(parameter, all)) continue;
         Parameter* const value = entry->input->GetValue(request, 0);
         switch (parameter.type) {
-        // Objects are made even when there is no value. Those that travel by image priority come with `all` alone.
+        // Objects are made even when there is no value. Those that travel by image priority come with `all`
+        // alone.
         case KPT_Image:
-            entry->image.reset(ImageFromHost(ImageOf(value), false));
+            entry->image.reset(KImage::ImageFromHost(ImageOf(value), false));
             *static_cast<KImage**>(parameter.target) = entry->image.get();
             break;
         case KPT_Curve:
@@ -175,7 +180,8 @@ void KTool::ReadValue(KInput const& entry, Parameter const* value)
         target = single;
         if (parameter.control != KCT_Angle) break;
         target = -target;
-        if (parameter.angleType == KAngle_Radians) target = static_cast<float>(target * std::numbers::pi / 180.0);
+        if (parameter.angleType == KAngle_Radians)
+            target = static_cast<float>(target * std::numbers::pi / 180.0);
         break;
     }
     case KPT_Point:
@@ -241,8 +247,8 @@ void KTool::ReadStandardInputs(Request* request)
     data.bottomUp = true;
 }
 
-void KTool::MakeGeneratorImage(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced, int field,
-                               float fieldXAspect, float fieldYAspect)
+void KTool::MakeGeneratorImage(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced,
+                               int field, float fieldXAspect, float fieldYAspect)
 {
     int const fullWidth = std::max(static_cast<int>(NumberOf(widthInput->GetValue(request, 0))), 1);
     int fullHeight = std::max(static_cast<int>(NumberOf(heightInput->GetValue(request, 0))), 2);
@@ -262,23 +268,24 @@ void KTool::MakeGeneratorImage(ThreadedOperator* op, Request* request, int gener
                                         {Img_Channel, kChannelAlpha},
                                         {Img_XScale, fieldXAspect},
                                         {Img_YScale, fieldYAspect}});
-    if (!image) return request->Fail("no memory for a picture of " + std::to_string(imageWidth) + " x " +
-                                     std::to_string(imageHeight));
+    if (!image)
+        return request->Fail("no memory for a picture of " + std::to_string(imageWidth) + " x " +
+                             std::to_string(imageHeight));
     if (interlaced && field != 0) image->yOffset += 1.0 / (2.0 * fullHeight);
-    destination = ImageFromHost(image.Release(), true);
+    destination = KImage::ImageFromHost(image.Release(), true);
     if (generatorScale != 1) {
         destination->Set(1, static_cast<unsigned>(fullWidth));
         destination->Set(2, static_cast<unsigned>(fullHeight));
     }
     if (interlaced) {
         destination->Set(3, static_cast<unsigned>(field));
-        destination->yScale *= 2.0F;
+        destination->SetYScale(destination->YScale() * 2.0);
     }
     source = destination;
 }
 
-void KTool::MakeDestination(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced, int field,
-                            float fieldXAspect, float fieldYAspect)
+void KTool::MakeDestination(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced,
+                            int field, float fieldXAspect, float fieldYAspect)
 {
     if (!mainImageInput) {
         if (widthInput && heightInput)
@@ -305,8 +312,8 @@ void KTool::MakeDestination(ThreadedOperator* op, Request* request, int generato
     if (!destination) request->Fail("no memory for a picture like the source");
 }
 
-void KTool::ProcessSetData(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced, int field,
-                           float fieldXAspect, float fieldYAspect)
+void KTool::ProcessSetData(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced,
+                           int field, float fieldXAspect, float fieldYAspect)
 {
     if (mainImageInput) {
         source = WrapSlot(mainImageInput, request, 0);
@@ -354,7 +361,8 @@ void KTool::ProcessImage(ThreadedOperator* op, Request* request, KEffectImage* i
     imageEffect->BufferTrailsSet(data.trails && destination ? destination->CopyOf() : nullptr);
     if (!imageOutput) return;
     // The output gets a reference of its own; the wrapper keeps and drops what it owns.
-    imageOutput->Set(request, Ref<Image>::Share(destination ? destination->FImage() : nullptr).Release(), nullptr);
+    imageOutput->Set(request, Ref<Image>::Share(destination ? destination->FImage() : nullptr).Release(),
+                     nullptr);
 }
 
 void KTool::SetOutputs(Request* request)
@@ -381,7 +389,8 @@ void KTool::ProcessDo(ThreadedOperator* op, Request* request, bool cleanUp)
     if (!effect) return;
     ProcessSetData(op, request, static_cast<int>(scale), fieldCount > 0, fieldNumber, xAspect, yAspect);
     KEffectImage* const imageEffect = ImageEffect();
-    if (imageEffect && (destination || effect->GetFlag(KPF_OptionalImage))) ProcessImage(op, request, imageEffect);
+    if (imageEffect && (destination || effect->GetFlag(KPF_OptionalImage)))
+        ProcessImage(op, request, imageEffect);
     effect->ProcessData();
     SetOutputs(request);
     if (cleanUp) ProcessCleanUp();
@@ -418,7 +427,7 @@ void KTool::ApplyAffectInputs(Input* input, Parameter* value, float time)
         if (entry->input != input || !(entry->parameter->flags & KF_AffectInputs)) continue;
         KParameterValue given;
         if (entry->parameter->type == KPT_Image) {
-            given.image.reset(ImageFromHost(ImageOf(value), false));
+            given.image.reset(KImage::ImageFromHost(ImageOf(value), false));
         } else {
             given.floatValue = static_cast<float>(NumberOf(value));
             given.intValue = static_cast<int>(given.floatValue + 0.5F);

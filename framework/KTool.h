@@ -12,9 +12,10 @@ namespace ombrelune {
 /// Marks a standard input that is declared without a default of its own.
 inline constexpr float kNoDefault = -123456.0F;
 
-/// The bridge between one effect and one node of the host: declares the effect's inputs and outputs, and for each
-/// frame reads the inputs into the effect, prepares the images, runs the engine and hands the results over. Joined
-/// with an operator class of the host in a shell. Holds the state of one render, so it renders one frame at a time.
+/// The bridge between one effect and one node of the host: declares the effect's inputs and outputs, and for
+/// each frame reads the inputs into the effect, prepares the images, runs the engine and hands the results
+/// over. Joined with an operator class of the host in a shell. Holds the state of one render, so it renders
+/// one frame at a time.
 class KTool {
 public:
     KTool() = default;
@@ -24,7 +25,8 @@ public:
 
     // Declaring, once, from the shell's Initialise (KToolInputs.cpp).
 
-    /// Makes an input for each parameter, the framework's standard inputs on a page of their own, and the outputs.
+    /// Makes an input for each parameter, the framework's standard inputs on a page of their own, and the
+    /// outputs.
     void AddEffectInputs(ThreadedOperator* host, KEffect* toolEffect);
     void SetInputHost(ThreadedOperator* host) { inputHost = host; }
     /// Opens the framework's page. A second call does nothing.
@@ -52,7 +54,6 @@ public:
     KInputList const& EffectInputs() const { return inputs; }
 
 protected:
-
     // One operation per control, named after it; each ends with AddInput_Flags.
     Input* AddInput_Basic(KString const& label, TagList const& tags);
     void AddInput_Flags(Input* input, unsigned flags);

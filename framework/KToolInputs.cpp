@@ -27,8 +27,7 @@ TagList RangeTags(FuID control, KParameter const& parameter)
     return tags;
 }
 
-template <class Names>
-void AddEntries(TagList& tags, Names const& names, std::size_t count)
+template <class Names> void AddEntries(TagList& tags, Names const& names, std::size_t count)
 {
     tags.Add({Attr_MinHard, 0.0});
     tags.Add({Attr_MaxHard, static_cast<double>(count) - 1.0});
@@ -82,10 +81,14 @@ void KTool::AddGroupEnd()
 Input* KTool::AddInput_Angle(KParameter const& parameter)
 {
     TagList tags = NumberTags(CLSID_InputControl_Screw, parameter.defaultValue);
-    tags.Add({Attr_MinSoft, 0.0}).Add({Attr_MaxSoft, 360.0}).Add({Attr_ScrewSteps, 3601}).Add({Attr_TextLines, 451});
+    tags.Add({Attr_MinSoft, 0.0})
+        .Add({Attr_MaxSoft, 360.0})
+        .Add({Attr_ScrewSteps, 3601})
+        .Add({Attr_TextLines, 451});
     if (parameter.flags & KF_Preview) {
         tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Angle});
-        if (parameter.flags & KF_PreviewCentered && lastPointInput) tags.Add({Attr_PreviewCenter, lastPointInput});
+        if (parameter.flags & KF_PreviewCentered && lastPointInput)
+            tags.Add({Attr_PreviewCenter, lastPointInput});
     }
     Input* const input = AddInput_Basic(parameter.label, tags);
     AddInput_Flags(input, parameter.flags);
@@ -169,7 +172,8 @@ Input* KTool::AddInput_Filename(KParameter const& parameter)
     TagList tags{{Attr_DataType, CLSID_DataType_Text},
                  {Attr_InputControl, CLSID_InputControl_File},
                  {Attr_DefaultText, parameter.defaultText}};
-    for (KName const* filter : parameter.names.Each<KName>()) tags.Add({Attr_ListEntry, filter->name.String()});
+    for (KName const* filter : parameter.names.Each<KName>())
+        tags.Add({Attr_ListEntry, filter->name.String()});
     Input* const input = AddInput_Basic(parameter.label, tags);
     AddInput_Flags(input, parameter.flags);
     return input;
@@ -223,7 +227,8 @@ Input* KTool::AddInput_Point(KParameter const& parameter)
                  {Attr_DefaultY, parameter.defaultPoint.y}};
     if (parameter.flags & KF_Preview) {
         bool const follows = parameter.flags & KF_PreviewFollow && lastPointInput;
-        tags.Add({Attr_PreviewControl, follows ? CLSID_PreviewControl_Point : CLSID_PreviewControl_Crosshair});
+        tags.Add(
+            {Attr_PreviewControl, follows ? CLSID_PreviewControl_Point : CLSID_PreviewControl_Crosshair});
         if (follows) tags.Add({Attr_PreviewCenter, lastPointInput});
     }
     Input* const input = AddInput_Basic(parameter.label, tags);
@@ -267,7 +272,8 @@ Input* KTool::AddInput_Slider(KParameter const& parameter)
 {
     TagList tags = RangeTags(CLSID_InputControl_Slider, parameter);
     if (parameter.flags & KF_Preview && parameter.flags & KF_PreviewEllipse && lastPointInput)
-        tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Ellipse}).Add({Attr_PreviewCenter, lastPointInput});
+        tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Ellipse})
+            .Add({Attr_PreviewCenter, lastPointInput});
     Input* const input = AddInput_Basic(parameter.label, tags);
     AddInput_Flags(input, parameter.flags);
     return input;
@@ -278,10 +284,12 @@ Input* KTool::AddInput_Screw(KParameter const& parameter)
     TagList tags = RangeTags(CLSID_InputControl_Screw, parameter);
     unsigned const rectangle = parameter.flags & (KF_PreviewRectWidth | KF_PreviewRectHeight);
     if (parameter.flags & KF_Preview && parameter.flags & KF_PreviewEllipse && lastPointInput) {
-        tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Ellipse}).Add({Attr_PreviewCenter, lastPointInput});
+        tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Ellipse})
+            .Add({Attr_PreviewCenter, lastPointInput});
     } else if (parameter.flags & KF_Preview && rectangle && lastPointInput) {
         bool const isHeight = (rectangle & KF_PreviewRectHeight) != 0;
-        tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Rectangle}).Add({Attr_PreviewPart, isHeight ? 1 : 0});
+        tags.Add({Attr_PreviewControl, CLSID_PreviewControl_Rectangle})
+            .Add({Attr_PreviewPart, isHeight ? 1 : 0});
         tags.Add({Attr_PreviewNumber, nextPreviewControl}).Add({Attr_PreviewCenter, lastPointInput});
         if (isHeight) ++nextPreviewControl;
     }
@@ -302,7 +310,8 @@ Input* KTool::AddInput_Text(KParameter const& parameter)
 
 void KTool::AddInput_Transformation(KParameter& parameter)
 {
-    static constexpr FuID const* orders[] = {&ROID_XYZ, &ROID_XZY, &ROID_YXZ, &ROID_YZX, &ROID_ZXY, &ROID_ZYX};
+    static constexpr FuID const* orders[] = {&ROID_XYZ, &ROID_XZY, &ROID_YXZ,
+                                             &ROID_YZX, &ROID_ZXY, &ROID_ZYX};
     static constexpr char const* axes[] = {"X", "Y", "Z"};
     KTransformation const& value = parameter.defaultTransformation;
     int const type = parameter.transformationType;
@@ -339,7 +348,8 @@ void KTool::AddInput_Transformation(KParameter& parameter)
         }
         add(" Rotation Order", 3, tags, 15);
         for (int i = 0; i < 3; ++i) {
-            TagList angle = NumberTags(CLSID_InputControl_Screw, value.rotation[i] * 180.0 / std::numbers::pi);
+            TagList angle =
+                NumberTags(CLSID_InputControl_Screw, value.rotation[i] * 180.0 / std::numbers::pi);
             angle.Add({Attr_MinSoft, -180.0}).Add({Attr_MaxSoft, 180.0});
             angle.Add({Attr_ScrewSteps, 3601}).Add({Attr_TextLines, 450}).Add({Attr_PreviewFlag, true});
             add(std::string(" Rotation ") + axes[i], 4 + i, angle, 5 + i);
@@ -434,11 +444,13 @@ Input* KTool::AddInputBF(KParameterStandard standard, float value)
     case KPS_SubPixel:
         return once(filteringInput, [&] { return AddInput_Checkbox("Sub-pixel sampling", 0, orOne, 1.0F); });
     case KPS_Filtering:
-        return once(filteringInput,
-                    [&] { return AddInput_Buttons("Filtering", 0, orOne, {"None", "Pixel", "Area"}); });
+        return once(filteringInput, [&] {
+            return AddInput_Buttons("Filtering", 0, orOne, {"None", "Pixel", "Area"});
+        });
     case KPS_Edges:
-        return once(edgesInput,
-                    [&] { return AddInput_Buttons("Edges", 0, given, {"Black", "Wrap", "Duplicate"}); });
+        return once(edgesInput, [&] {
+            return AddInput_Buttons("Edges", 0, given, {"Black", "Wrap", "Duplicate"});
+        });
     case KPS_PreDivide:
         return once(preDivideInput,
                     [&] { return AddInput_Checkbox("Pre-Divide / Post-Multiply", 0, given, 1.0F); });
@@ -460,8 +472,8 @@ void KTool::AddControlPageBF()
 {
     if (controlPageDone || !inputHost) return;
     controlPageDone = true;
-    inputHost->AddControlPageTagList("BF",
-                                     {{Page_Label, "Ombrelune Controls"}, {Page_Id, "BF"}, {Page_Last, true}});
+    inputHost->AddControlPageTagList(
+        "BF", {{Page_Label, "Ombrelune Controls"}, {Page_Id, "BF"}, {Page_Last, true}});
 }
 
 void KTool::AddKInput(std::uint32_t id, Input* input, KParameter& parameter, int sub)
@@ -543,7 +555,8 @@ void KTool::AddOutputs()
             AddInputBF(KPS_Image, effect->GetFlag(KPF_OptionalImage) ? 1.0F : kNoDefault);
             if (inputHost)
                 imageOutput = inputHost->AddOutputTagList(
-                    "Output", "Output", {{Attr_DataType, CLSID_DataType_Image}, {Attr_MainNumber, nextOutput++}});
+                    "Output", "Output",
+                    {{Attr_DataType, CLSID_DataType_Image}, {Attr_MainNumber, nextOutput++}});
         }
     }
     if (!inputHost) return;
@@ -551,7 +564,8 @@ void KTool::AddOutputs()
         KString id;
         id.Scriptify(output->label);
         auto const add = [&](FuID type) {
-            output->output = inputHost->AddOutputTagList(output->label.String(), id.String(), {{Attr_DataType, type}});
+            output->output =
+                inputHost->AddOutputTagList(output->label.String(), id.String(), {{Attr_DataType, type}});
         };
         switch (output->type) {
         case KPT_Image: output->output = imageOutput; break;

@@ -4,8 +4,8 @@
 
 namespace ombrelune {
 
-// How an effect that gives one form of a pixel serves the other: limited and truncated on the way to integers,
-// divided on the way to floats. Only the four colour words change.
+// How an effect that gives one form of a pixel serves the other: limited and truncated on the way to
+// integers, divided on the way to floats. Only the four colour words change.
 
 inline void ColorWordsFrom(Pixel& to, FltPixel const& from)
 {

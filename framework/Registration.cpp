@@ -41,7 +41,8 @@ std::vector<KEffectFactory>& EffectFactories()
 KEffectFactory const* FindEffectFactory(std::string_view tool)
 {
     auto const& all = EffectFactories();
-    auto found = std::find_if(all.begin(), all.end(), [&](auto const& factory) { return factory.tool == tool; });
+    auto found =
+        std::find_if(all.begin(), all.end(), [&](auto const& factory) { return factory.tool == tool; });
     return found == all.end() ? nullptr : &*found;
 }
 

@@ -21,8 +21,8 @@ struct KToolTraits {
 TagList ShellTags(char const* parentClass);
 TagList ToolTags(char const* parentClass, int classType, KToolTraits const& traits);
 
-/// A registered tool's bare effect, for tests and benches: the form with its row operation instantiated, and the
-/// one whose row operation calls the virtual F.
+/// A registered tool's bare effect, for tests and benches: the form with its row operation instantiated, and
+/// the one whose row operation calls the virtual F.
 struct KEffectFactory {
     std::string tool; ///< name of the tool's class: "BF_Invert"
     std::unique_ptr<KEffect> (*makeRowForm)();
@@ -83,12 +83,12 @@ private:
 
 } // namespace ombrelune
 
-/// The statement that ends a tool's file: class, shell, effect, and where needed the exceptions of KToolTraits as
-/// designated initialisers.
-#define OMBRELUNE_TOOL(Class, Shell, Effect, ...)                                                                 \
-    class Class : public ::ombrelune::KToolClass<Class, ::ombrelune::Shell, Effect> {                              \
-        using KToolClass::KToolClass;                                                                              \
-        template <class, class, class> friend class ::ombrelune::KToolRegistration;                               \
-    };                                                                                                             \
-    static ::ombrelune::KToolRegistration<Class, ::ombrelune::Shell, Effect> const Class##_Reg(                    \
+/// The statement that ends a tool's file: class, shell, effect, and where needed the exceptions of
+/// KToolTraits as designated initialisers.
+#define OMBRELUNE_TOOL(Class, Shell, Effect, ...)                                                            \
+    class Class : public ::ombrelune::KToolClass<Class, ::ombrelune::Shell, Effect> {                        \
+        using KToolClass::KToolClass;                                                                        \
+        template <class, class, class> friend class ::ombrelune::KToolRegistration;                          \
+    };                                                                                                       \
+    static ::ombrelune::KToolRegistration<Class, ::ombrelune::Shell, Effect> const Class##_Reg(              \
         #Class, "Brassfennel." #Shell, ::ombrelune::KToolTraits{__VA_ARGS__})

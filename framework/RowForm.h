@@ -10,18 +10,20 @@
 
 namespace ombrelune {
 
-// KRowForm<Effect> is the effect with its row operation instantiated for the concrete class: the loop calls the
-// effect's own F by its qualified name, so the compiler can inline it. Same bytes as the virtual form. An effect
-// that overrides the row operation itself is left as it is.
+// KRowForm<Effect> is the effect with its row operation instantiated for the concrete class: the loop calls
+// the effect's own F by its qualified name, so the compiler can inline it. Same bytes as the virtual form. An
+// effect that overrides the row operation itself is left as it is.
 
 template <class Effect> class KRowForm : public Effect {};
 
 template <class Effect>
-concept HasOwnSpan = requires { requires Effect::kOwnSpan; };
+concept HasOwnSpan = requires
+{
+    requires Effect::kOwnSpan;
+};
 
 template <std::derived_from<KEffectColor> Effect>
-    requires(!HasOwnSpan<Effect>)
-class KRowForm<Effect> : public Effect {
+requires(!HasOwnSpan<Effect>) class KRowForm<Effect> : public Effect {
 public:
     void Span(KColor32* colors, int count) override
     {
@@ -40,7 +42,9 @@ public:
         if (row.data->depth == 2)
             PixelRow<FltPixel>(
                 row, [this](int x, int y, KImage* source) { return this->Effect::FFlt(x, y, source); });
-        else PixelRow<Pixel>(row, [this](int x, int y, KImage* source) { return this->Effect::F(x, y, source); });
+        else
+            PixelRow<Pixel>(row,
+                            [this](int x, int y, KImage* source) { return this->Effect::F(x, y, source); });
     }
 };
 
@@ -48,7 +52,9 @@ template <std::derived_from<KEffectPosition> Effect> class KRowForm<Effect> : pu
 public:
     void Row(KPositionRow const& row) override
     {
-        auto const call = [this](auto& source, KVector2& position) { return this->Effect::F(source, position); };
+        auto const call = [this](auto& source, KVector2& position) {
+            return this->Effect::F(source, position);
+        };
         if (row.data->depth == 2) PositionRow<FltPixel>(row, call);
         else PositionRow<Pixel>(row, call);
     }

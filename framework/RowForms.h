@@ -23,22 +23,19 @@ void KeepUnselected(PixelRecord<Word>& pixel, PixelRecord<Word> const& source, K
         if (!data.channels[channel]) pixel.word[WordOf(channel)] = source.word[WordOf(channel)];
 }
 
-/// Calls body with cursors that suit both pictures: plain ones, which inline to loads and stores, when both store
-/// the record's own words; general ones otherwise.
-template <class Record, class Body>
-void WithCursors(Image* in, Image* out, int y, Body const& body)
+/// Calls body with cursors that suit both pictures: plain ones, which inline to loads and stores, when both
+/// store the record's own words; general ones otherwise.
+template <class Record, class Body> void WithCursors(Image* in, Image* out, int y, Body const& body)
 {
     using Stored = std::conditional_t<std::is_same_v<Record, Pixel>, std::uint16_t, float>;
     int const depth = std::is_same_v<Record, Pixel> ? kDepthInt16 : kDepthFloat;
     if (in->IsPlain() && out->IsPlain() && in->Depth() == depth && out->Depth() == depth)
         body(PlainPixPtr<Stored>(in, 0, y), PlainPixPtr<Stored>(out, 0, y));
-    else
-        body(PixPtr(in, 0, y), PixPtr(out, 0, y));
+    else body(PixPtr(in, 0, y), PixPtr(out, 0, y));
 }
 
 /// @param f  callable as f(x, y, source), returning the record
-template <class Record, class F>
-void PixelRow(KPixelRow const& row, F const& f)
+template <class Record, class F> void PixelRow(KPixelRow const& row, F const& f)
 {
     PixPtr out(row.destination->FImage(), 0, row.y);
     int const width = row.destination->Width();
@@ -82,8 +79,7 @@ Record SuperSampled(KPositionRow const& row, int x, Record& source, F const& f)
 }
 
 /// @param f  callable as f(source pixel, position), returning the record
-template <class Record, class F>
-void PositionRow(KPositionRow const& row, F const& f)
+template <class Record, class F> void PositionRow(KPositionRow const& row, F const& f)
 {
     KProcessImageData const& data = *row.data;
     bool const all = data.AllChannels();

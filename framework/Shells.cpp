@@ -6,7 +6,8 @@ namespace ombrelune {
 
 namespace {
 
-Registry const threadedShell(ClassRegistry(), "Brassfennel.BF_ThreadedOperator", ShellTags("ThreadedOperator"));
+Registry const threadedShell(ClassRegistry(), "Brassfennel.BF_ThreadedOperator",
+                             ShellTags("ThreadedOperator"));
 Registry const sourceShell(ClassRegistry(), "Brassfennel.BF_SourceOperator", ShellTags("SourceOperator"));
 Registry const maskShell(ClassRegistry(), "Brassfennel.BF_MaskOperator", ShellTags("MaskOperator"));
 

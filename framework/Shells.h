@@ -27,7 +27,8 @@ public:
     }
 };
 
-/// Shell of the tools with a main input of their own, and of those that give numbers, texts, shapes or regions.
+/// Shell of the tools with a main input of their own, and of those that give numbers, texts, shapes or
+/// regions.
 class BF_ThreadedOperator : public KShell<ThreadedOperator> {
 public:
     using KShell::KShell;

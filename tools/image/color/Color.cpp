@@ -1,4 +1,5 @@
-// Color: replaces every pixel by one colour, or adds, subtracts, multiplies or divides by it; alpha takes part.
+// Color: replaces every pixel by one colour, or adds, subtracts, multiplies or divides by it; alpha takes
+// part.
 
 #include "framework/Registration.h"
 
@@ -15,7 +16,8 @@ public:
     {
         parameters.AddChapter("Color");
         parameters.AddColor(&color, KColor(0.0F, 0.0F, 0.0F, 1.0F), "Color", "ColR"_id, 0);
-        parameters.AddButtons(&type, 0, "Type", "InTy"_id, 0, {"Replace", "Add", "Subtract", "Multiply", "Divide"});
+        parameters.AddButtons(&type, 0, "Type", "InTy"_id, 0,
+                              {"Replace", "Add", "Subtract", "Multiply", "Divide"});
     }
 
     bool Init(KImage* source) override

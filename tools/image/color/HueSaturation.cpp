@@ -1,4 +1,5 @@
-// Hue/Saturation: turns the hue and scales or shifts saturation and lightness; Colorize gives every pixel one hue.
+// Hue/Saturation: turns the hue and scales or shifts saturation and lightness; Colorize gives every pixel one
+// hue.
 
 #include "framework/Registration.h"
 
@@ -8,7 +9,8 @@ class KEffectHueSaturation : public KEffectColor {
 public:
     static char const* Name(KProcessNameType kind)
     {
-        return NameOf(kind, "HSL", "Hue/Saturation", "A simple color correcting tool, operating in HLS color space");
+        return NameOf(kind, "HSL", "Hue/Saturation",
+                      "A simple color correcting tool, operating in HLS color space");
     }
 
     KEffectHueSaturation()
@@ -43,7 +45,8 @@ public:
 private:
     template <class Color> Color Corrected(Color const& c) const
     {
-        return c.CorrectHLS(hue, saturationAdd, lightnessAdd, saturationMultiply, lightnessMultiply, colorize);
+        return c.CorrectHLS(hue, saturationAdd, lightnessAdd, saturationMultiply, lightnessMultiply,
+                            colorize);
     }
 };
 

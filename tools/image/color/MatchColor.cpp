@@ -1,4 +1,5 @@
-// Match Color: bends each channel so that one, two or three given colours become what they should be; alpha is kept.
+// Match Color: bends each channel so that one, two or three given colours become what they should be; alpha
+// is kept.
 
 #include <algorithm>
 #include <array>
@@ -11,13 +12,16 @@ namespace ombrelune {
 
 class KEffectMatchColor : public KEffectColor {
 public:
-    static char const* Name(KProcessNameType kind) { return NameOf(kind, "MaC", "Match Color", "Color matching"); }
+    static char const* Name(KProcessNameType kind)
+    {
+        return NameOf(kind, "MaC", "Match Color", "Color matching");
+    }
 
     KEffectMatchColor()
     {
         static constexpr char const* headings[] = {"Shadows match", "Midtones match", "Highlights match"};
         parameters.AddChapter("Match Color");
-        parameters.AddButtons(&count, 2, "Number of colors", "CoNu"_id, KF_AffectInputs,
+        parameters.AddButtons(&colorCount, 2, "Number of colors", "CoNu"_id, KF_AffectInputs,
                               {"Single", "Low and High", "Low, Mid && High"});
         for (unsigned i = 0; i < 3; ++i) {
             float const level = static_cast<float>(i) * 0.5F;
@@ -77,7 +81,7 @@ public:
         KColor source, target;
     };
 
-    int count; // 0 single, 1 low and high, 2 low, mid and high
+    int colorCount; // 0 single, 1 low and high, 2 low, mid and high
     Match rows[3];
 
 private:
@@ -93,7 +97,8 @@ private:
         float At(float v) const
         {
             float const x = v - source;
-            return isCurved && x > 0.0F ? target + std::pow(x / sourceSpan, gamma) * targetSpan : target + x * gain;
+            return isCurved && x > 0.0F ? target + std::pow(x / sourceSpan, gamma) * targetSpan
+                                        : target + x * gain;
         }
     };
 
@@ -110,7 +115,8 @@ private:
         return row.target;
     }
 
-    /// A low and high colour that are equal in a channel tell nothing about its contrast: gain and gamma stay 1.
+    /// A low and high colour that are equal in a channel tell nothing about its contrast: gain and gamma
+    /// stay 1.
     Curve MakeCurve(Colors const& is, Colors const& should) const
     {
         Curve curve;
@@ -118,12 +124,13 @@ private:
         curve.target = should[0];
         curve.sourceSpan = is[2] - is[0];
         curve.targetSpan = should[2] - should[0];
-        curve.isCurved = count == 2 && curve.sourceSpan != 0.0F;
-        if (count > 0 && curve.sourceSpan != 0.0F) curve.gain = curve.targetSpan / curve.sourceSpan;
+        curve.isCurved = colorCount == 2 && curve.sourceSpan != 0.0F;
+        if (colorCount > 0 && curve.sourceSpan != 0.0F) curve.gain = curve.targetSpan / curve.sourceSpan;
 
         float const isMiddle = (is[1] - is[0]) / curve.sourceSpan;
         float const shouldMiddle = (should[1] - should[0]) / curve.targetSpan;
-        bool const isBetween = isMiddle > 0.0F && isMiddle < 1.0F && shouldMiddle > 0.0F && shouldMiddle < 1.0F;
+        bool const isBetween =
+            isMiddle > 0.0F && isMiddle < 1.0F && shouldMiddle > 0.0F && shouldMiddle < 1.0F;
         // Powers need a source that rises; one that falls is taken as straight.
         if (isBetween && curve.sourceSpan > 0.0F) curve.gamma = std::log(shouldMiddle) / std::log(isMiddle);
         return curve;

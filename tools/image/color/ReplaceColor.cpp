@@ -1,5 +1,5 @@
-// Replace Color: shifts the channels of the colours in a soft box of a colour space, so that one range of colours
-// becomes another, and blends the result in by how far each pixel lies in the box.
+// Replace Color: shifts the channels of the colours in a soft box of a colour space, so that one range of
+// colours becomes another, and blends the result in by how far each pixel lies in the box.
 
 #include <algorithm>
 
@@ -17,7 +17,7 @@ struct SpaceChannels {
 };
 
 constexpr SpaceChannels kSpaces[] = {
-    {{"Red", "Green", "Blue"}, false}, {{"H", "L", "S"}, true}, {{"Y", "U", "V"}, false},
+    {{"Red", "Green", "Blue"}, false}, {{"H", "L", "S"}, true},  {{"Y", "U", "V"}, false},
     {{"Y", "I", "Q"}, false},          {{"C", "M", "Y"}, false}, {{"H", "S", "V"}, true},
     {{"X", "Y", "Z"}, false},          {{"L", "A", "B"}, false},
 };
@@ -30,7 +30,8 @@ struct Box {
     int correction;
     bool isCircular;
 
-    /// A hue range may cross 0: values beyond the window around the range's centre come round from the other side.
+    /// A hue range may cross 0: values beyond the window around the range's centre come round from the other
+    /// side.
     int Unwrapped(int v) const
     {
         if (!isCircular) return v;

@@ -1,5 +1,5 @@
-// Threshold: compares a channel with a threshold and gives a step, a soft ramp, or a ramp that repeats; the result
-// is written to all four channels, alpha included.
+// Threshold: compares a channel with a threshold and gives a step, a soft ramp, or a ramp that repeats; the
+// result is written to all four channels, alpha included.
 
 #include <cmath>
 
