@@ -14,6 +14,9 @@ inline int TruncateToInt(double v)
     return v < 2147483647.0 ? static_cast<int>(v) : 2147483647;
 }
 
+/// Place in 16.16 pixels from pixels, truncated.
+inline int ToFixed16(float v) { return TruncateToInt(static_cast<double>(v) * 65536.0); }
+
 /// Word of a 16-bit pixel from any integer.
 inline std::uint32_t LimitTo16(int v) { return static_cast<std::uint32_t>(std::clamp(v, 0, 65535)); }
 
