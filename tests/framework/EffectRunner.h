@@ -5,6 +5,7 @@
 
 #include "framework/KProcessImage.h"
 #include "host/value/Parallel.h"
+#include "image/KColor32.h"
 
 namespace ombrelune::test {
 
@@ -47,7 +48,7 @@ inline KProcessImageData DataFor(KImage const& image)
 }
 
 /// Runs an effect over a picture through its engine, on the worker threads, as the bridge would.
-inline Picture Run(KEffectImage& effect, KImage& source, KProcessImageData const& data)
+inline Picture Apply(KEffectImage& effect, KImage& source, KProcessImageData const& data)
 {
     KImage* destination = source.LikeOf(-1, -1, -1.0F, -1.0F);
     effect.SetData(data);
@@ -62,7 +63,7 @@ inline Picture Run(KEffectImage& effect, KImage& source, KProcessImageData const
     return Picture(destination);
 }
 
-inline Picture Run(KEffectImage& effect, KImage& source) { return Run(effect, source, DataFor(source)); }
+inline Picture Apply(KEffectImage& effect, KImage& source) { return Apply(effect, source, DataFor(source)); }
 
 inline KColor ColorAt(KImage const& image, int x, int y)
 {

@@ -21,6 +21,7 @@ KColor Ramp(int x, int y)
 // The contract of Init and Done.
 
 struct Counting : KEffectColor {
+    using KEffectColor::F;
     KColor F(KColor const& c) override { return {1.0F - c.red, c.green, c.blue, c.alpha}; }
     bool Init(KImage* source) override
     {
@@ -42,7 +43,7 @@ TEST(Engine, NoChannelMeansACopyWithoutTheEffect)
     KProcessImageData data = DataFor(*source);
     for (bool& channel : data.channels) channel = false;
     Counting effect;
-    EXPECT_TRUE(SameBytes(*Run(effect, *source, data), *source));
+    EXPECT_TRUE(SameBytes(*Apply(effect, *source, data), *source));
     EXPECT_EQ(effect.inits, 0);
     EXPECT_EQ(effect.dones, 0);
 }
@@ -52,7 +53,7 @@ TEST(Engine, AFailedInitMeansACopyAndStillDone)
     Picture const source = MakeBusyPicture(kDepthFloat, 7, 5);
     Counting effect;
     effect.accepts = false;
-    EXPECT_TRUE(SameBytes(*Run(effect, *source), *source));
+    EXPECT_TRUE(SameBytes(*Apply(effect, *source), *source));
     EXPECT_EQ(effect.inits, 1);
     EXPECT_EQ(effect.dones, 1);
 }
@@ -60,6 +61,7 @@ TEST(Engine, AFailedInitMeansACopyAndStillDone)
 // Colour.
 
 struct Halve : KEffectColor {
+    using KEffectColor::F;
     KColor F(KColor const& c) override
     {
         return {c.red * 0.5F, c.green * 0.5F, c.blue * 0.5F, c.alpha * 0.5F};
@@ -71,13 +73,14 @@ TEST(ColorEngine, AnEffectWithFloatsAloneTruncatesIntegers)
     Picture const source = MakePicture(
         kDepthInt16, 4, 1, [](int x, int) { return KColor(static_cast<float>(x) / 65535.0F, 1, 1, 1); });
     Halve effect;
-    Picture const result = Run(effect, *source);
+    Picture const result = Apply(effect, *source);
     EXPECT_EQ(WordsAt(*result, 0, 0), KColor32(0, 32767, 32767, 32767));
     EXPECT_EQ(WordsAt(*result, 1, 0).red, 0);
     EXPECT_EQ(WordsAt(*result, 3, 0).red, 1);
 }
 
 struct Brighten : KEffectColor {
+    using KEffectColor::F;
     KColor F(KColor const& c) override { return {c.red + 0.25F, c.green + 0.25F, c.blue + 0.25F, c.alpha}; }
 };
 
@@ -90,7 +93,7 @@ TEST(ColorEngine, PreDivideGivesTheEffectStraightColorAndAlphaZeroStaysBlack)
     data.preDivide = true;
     data.channels[1] = false;
     Brighten effect;
-    Picture const result = Run(effect, *source, data);
+    Picture const result = Apply(effect, *source, data);
     // red 0.25 / 0.5 = 0.5, + 0.25, * 0.5; green is not selected and was multiplied before the selection.
     EXPECT_EQ(ColorAt(*result, 0, 0), KColor(0.375F, 0.125F, 0.625F, 0.5F));
     EXPECT_EQ(ColorAt(*result, 1, 0), KColor(0.0F, 0.0F, 0.0F, 0.0F));
@@ -104,9 +107,10 @@ TEST(ColorEngine, SuperSamplingTakesTheMeanAndLeavesUnselectedChannelsAtTheLastS
     data.superSampleFilter = 1.0F;
     data.channels[1] = data.channels[2] = false;
     struct Same : KEffectColor {
+        using KEffectColor::F;
         KColor F(KColor const& c) override { return c; }
     } effect;
-    Picture const result = Run(effect, *source, data);
+    Picture const result = Apply(effect, *source, data);
     // Samples lie at 4 +- 0.25 and 2 +- 0.25: a linear ramp keeps its mean, the last one is the upper right.
     KColor const c = ColorAt(*result, 4, 2);
     EXPECT_NEAR(c.red, 0.04F, 1e-6);
@@ -117,6 +121,7 @@ TEST(ColorEngine, SuperSamplingTakesTheMeanAndLeavesUnselectedChannelsAtTheLastS
 TEST(ColorEngine, SuperSamplingCallsTheEffectOncePerSample)
 {
     struct Count : KEffectColor {
+        using KEffectColor::F;
         KColor F(KColor const& c) override
         {
             ++calls;
@@ -129,7 +134,7 @@ TEST(ColorEngine, SuperSamplingCallsTheEffectOncePerSample)
         Count effect;
         KProcessImageData data = DataFor(*source);
         data.superSample = n;
-        Run(effect, *source, data);
+        Apply(effect, *source, data);
         EXPECT_EQ(effect.calls, 6 * 4 * n * n) << n << " samples per axis";
     }
 }
@@ -162,12 +167,13 @@ TEST(PixelEngine, OneFormOfTheEffectServesBothDepths)
     Picture const ints = MakeBusyPicture(kDepthInt16, 4, 3);
     FloatsOnly floats;
     // 0.9999 * 65535 = 65528.4: truncated.
-    EXPECT_EQ(WordsAt(*Run(floats, *ints), 1, 1), KColor32(65535, 0, 65528, WordsAt(*ints, 1, 1).alpha));
+    KColor32 const made = WordsAt(*Apply(floats, *ints), 1, 1);
+    EXPECT_EQ(KColor32(made.red, made.green, made.blue, 0), KColor32(65535, 0, 65528, 0));
 
     Picture const source = MakePicture(kDepthFloat, 2, 1, Ramp);
     IntegersOnly integers;
     // The left pixel takes the right one's red 0.01 = 655 of 65535 (655.35 rounds down on reading).
-    EXPECT_FLOAT_EQ(ColorAt(*Run(integers, *source), 0, 0).red, 655.0F / 65535.0F);
+    EXPECT_FLOAT_EQ(ColorAt(*Apply(integers, *source), 0, 0).red, 655.0F / 65535.0F);
 }
 
 TEST(PixelEngine, UnselectedChannelsComeFromTheSourceUnlessThereIsNone)
@@ -179,9 +185,9 @@ TEST(PixelEngine, UnselectedChannelsComeFromTheSourceUnlessThereIsNone)
     KProcessImageData data = DataFor(*source);
     data.channels[0] = false;
     FloatsOnly filter;
-    EXPECT_EQ(ColorAt(*Run(filter, *source, data), 2, 1).red, ColorAt(*source, 2, 1).red);
+    EXPECT_EQ(ColorAt(*Apply(filter, *source, data), 2, 1).red, ColorAt(*source, 2, 1).red);
     Generator generator;
-    EXPECT_EQ(ColorAt(*Run(generator, *source, data), 2, 1).red, 1.5F);
+    EXPECT_EQ(ColorAt(*Apply(generator, *source, data), 2, 1).red, 1.5F);
 }
 
 // Position.
@@ -203,7 +209,7 @@ TEST(PositionEngine, PositionsCountFromTheCornerInWidths)
 {
     Picture const source = MakeBusyPicture(kDepthFloat, 8, 4); // frame aspect 2
     ShowPosition effect;
-    Picture const result = Run(effect, *source);
+    Picture const result = Apply(effect, *source);
     EXPECT_EQ(effect.calls, 8 * 4);
     EXPECT_EQ(ColorAt(*result, 6, 3).red, 0.75F);
     EXPECT_EQ(ColorAt(*result, 6, 3).green, 0.375F); // 3 / 4 / 2
@@ -215,7 +221,7 @@ TEST(PositionEngine, SuperSamplesOffsetBeforeTheyScale)
     KProcessImageData data = DataFor(*source);
     data.superSample = 2;
     ShowPosition effect;
-    Picture const result = Run(effect, *source, data);
+    Picture const result = Apply(effect, *source, data);
     EXPECT_EQ(effect.calls, 8 * 4 * 4);
     // Step 1/16 and first offset -1/32; the first place is (6 - 1/32) / 8 and the mean lies half a step
     // further.
@@ -239,7 +245,7 @@ TEST(PositionEngine, PostMultiplyComesAfterTheChannelSelection)
             return marked;
         }
     } effect;
-    KColor const c = ColorAt(*Run(effect, *source, data), 0, 0);
+    KColor const c = ColorAt(*Apply(effect, *source, data), 0, 0);
     EXPECT_FLOAT_EQ(c.red, 0.25F);  // divided and multiplied again by the alpha that was saved
     EXPECT_FLOAT_EQ(c.green, 0.5F); // 1 times the saved alpha
     EXPECT_FLOAT_EQ(c.blue, 0.1F);  // unselected, yet divided and multiplied
@@ -262,7 +268,7 @@ TEST(ThreadsEngine, ChunksOfAStepAreDoneBeforeTheNextBegins)
         std::atomic<bool> inOrder = true;
     } effect;
     Picture const source = MakeBusyPicture(kDepthInt16, 3, 2);
-    Run(effect, *source);
+    Apply(effect, *source);
     EXPECT_TRUE(effect.inOrder);
     EXPECT_EQ(effect.done[2], 30);
 }
@@ -285,10 +291,10 @@ template <class Effect> void ExpectAgreement(KProcessImageData data)
         Effect plain;
         KRowForm<Effect> row;
         SetThreadCount(1);
-        Picture const expected = Run(plain, *source, data);
-        EXPECT_TRUE(SameBytes(*Run(row, *source, data), *expected)) << "row form at depth " << depth;
+        Picture const expected = Apply(plain, *source, data);
+        EXPECT_TRUE(SameBytes(*Apply(row, *source, data), *expected)) << "row form at depth " << depth;
         SetThreadCount(2);
-        EXPECT_TRUE(SameBytes(*Run(plain, *source, data), *expected)) << "two threads at depth " << depth;
+        EXPECT_TRUE(SameBytes(*Apply(plain, *source, data), *expected)) << "two threads at depth " << depth;
         SetThreadCount(0);
     }
 }
@@ -318,7 +324,7 @@ TEST(Engines, AuxiliaryChannelsTravelThroughColorAndPosition)
     Halve color;
     ShowPosition position;
     for (KEffectImage* effect : {static_cast<KEffectImage*>(&color), static_cast<KEffectImage*>(&position)}) {
-        Picture const result = Run(*effect, source);
+        Picture const result = Apply(*effect, source);
         result->GetPixel(4, 2, pixel);
         EXPECT_EQ(pixel.Aux(kChannelVelocityX), 3.5F);
     }
@@ -329,11 +335,11 @@ TEST(Engines, APictureOfOnePixelIsSurvived)
     for (int depth : kDepths) {
         Picture const source = MakeBusyPicture(depth, 1, 1);
         Mirror warp;
-        EXPECT_TRUE(SameBytes(*Run(warp, *source), *source));
+        EXPECT_TRUE(SameBytes(*Apply(warp, *source), *source));
         Halve color;
-        Run(color, *source);
+        Apply(color, *source);
         ShowPosition position;
-        Run(position, *source);
+        Apply(position, *source);
     }
 }
 

@@ -32,6 +32,7 @@ struct KEffectTestColor : KEffectColor {
         parameters.AddStandard(&space, 0, KPS_ColorSpace, 0);
         parameters.AddStandard(&mask, 0, KPS_ChannelsRGBA, 0);
     }
+    using KEffectColor::F;
     KColor F(KColor const& c) override
     {
         return {c.red * gain, c.green * gain, c.blue * gain, c.alpha * gain};
