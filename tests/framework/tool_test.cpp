@@ -202,7 +202,7 @@ struct Flow {
     {
         renderer = std::make_unique<Renderer>(document, quality);
         RenderResult result = renderer->Evaluate(*op->FindOutput(output), time);
-        EXPECT_FALSE(result.problem) << result.problem->Message();
+        EXPECT_FALSE(result.problem) << result.problem->Format();
         return result.value;
     }
     Picture Render(double time, RenderQuality quality = {})
