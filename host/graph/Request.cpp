@@ -34,7 +34,7 @@ Parameter* Request::InputData(Input const& input, int slot) const
 
 void Request::Fail(std::string text)
 {
-    if (!failure_) failure_ = Problem{.file = {}, .line = 0, .text = std::move(text)};
+    if (!failure_) failure_ = Problem{.text = std::move(text)};
 }
 
 void Output::Set(Request* request, Parameter* value, TagList*)

@@ -8,9 +8,9 @@ namespace ombrelune {
 /// What is wrong, and where: a file and its line, or either alone. The text says what was found and what
 /// would do.
 struct Problem {
-    std::string file;
+    std::string file = {};
     int line = 0; ///< from 1; 0 when the whole file is meant
-    std::string text;
+    std::string text = {};
     bool isFile = false; ///< a file could not be read or written; the flow may be right
 
     /// "file:line: text", without the parts that are not known.
