@@ -1,6 +1,7 @@
 #include "host/graph/FusionDoc.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace ombrelune {
 
@@ -16,6 +17,13 @@ Operator* FusionDoc::FindOperator(std::string_view name) const
     auto found = std::find_if(operators_.begin(), operators_.end(),
                               [&](auto const& op) { return op->Name() == name; });
     return found == operators_.end() ? nullptr : found->get();
+}
+
+std::string ResolvePath(FusionDoc const* document, std::string const& path)
+{
+    std::filesystem::path const given(path);
+    if (given.is_absolute() || !document || document->file.empty()) return path;
+    return (std::filesystem::path(document->file).parent_path() / given).string();
 }
 
 FrameFormat const& FormatOf(FusionDoc const* document)

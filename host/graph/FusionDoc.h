@@ -34,6 +34,10 @@ private:
     std::vector<std::unique_ptr<Operator>> operators_;
 };
 
+/// A path as the document means it: relative ones start at the folder of the flow, or at the working folder
+/// when there is no flow.
+std::string ResolvePath(FusionDoc const* document, std::string const& path);
+
 /// Frame format of the document; the standard one without a document.
 FrameFormat const& FormatOf(FusionDoc const* document);
 

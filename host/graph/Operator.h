@@ -45,8 +45,8 @@ public:
     Output* AddOutputTagList(FuID name, FuID id, TagList const& tags);
     /// Opens a page for the inputs that follow; Page_Label overrules the label.
     void AddControlPageTagList(char const* label, TagList const& tags);
-    /// Opens a group of inputs; the bool tells whether it starts closed. Returns the input that stands for the
-    /// group, 1 while it is open.
+    /// Opens a group of inputs; the bool tells whether it starts closed. Returns the input that stands for
+    /// the group, 1 while it is open.
     Input* BeginControlNest(std::string const& name, FuID id, bool closed);
     void EndControlNest();
     /// Lets the operator be passed through: it then hands its first main input to its first output.

@@ -37,6 +37,11 @@ void Request::Fail(std::string text)
     if (!failure_) failure_ = Problem{.text = std::move(text)};
 }
 
+void Request::FailFile(std::string text)
+{
+    if (!failure_) failure_ = Problem{.text = std::move(text), .isFile = true};
+}
+
 void Output::Set(Request* request, Parameter* value, TagList*)
 {
     request->results_[static_cast<std::size_t>(index_)] = Ref<Parameter>::Adopt(value);

@@ -44,8 +44,9 @@ public:
     Parameter* InputData(Input const& input, int slot) const;
     Parameter* Result(Output const& output) const { return results_[output.Index()].Get(); }
 
-    /// Reports that the frame cannot be made; the first report counts.
+    /// Reports that the frame cannot be made; the first report counts. FailFile lays it to a file.
     void Fail(std::string text);
+    void FailFile(std::string text);
     std::optional<Problem> const& Failure() const { return failure_; }
 
 private:

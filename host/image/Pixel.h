@@ -11,6 +11,7 @@ enum HostChannel {
     kChannelGreen = 1,
     kChannelRed = 2,
     kChannelAlpha = 3,
+    kChannelZ = 4, ///< distance from the camera
     kChannelVelocityX = 21,
     kChannelVelocityY = 22,
     kChannelLast = 62,

@@ -43,7 +43,7 @@ std::string NearestName(std::string_view name, std::vector<std::string> const& c
 {
     if (name.empty() || name.size() > kLongest) return {};
     std::string const wanted = Lower(name);
-    std::size_t least = std::max<std::size_t>(1, name.size() / 3) + 1;
+    std::size_t least = std::max<std::size_t>(1, name.size() / 4) + 1;
     std::string nearest;
     for (std::string const& candidate : candidates) {
         std::size_t const longer = std::max(candidate.size(), name.size());
