@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 
 #include "framework/KProcessImage.h"
 #include "host/value/Parallel.h"
@@ -87,6 +88,21 @@ inline bool SameBytes(KImage const& a, KImage const& b)
     for (int y = 0; y < a.Height(); ++y)
         if (std::memcmp(a.FImage()->MainRow(y), b.FImage()->MainRow(y), bytes) != 0) return false;
     return true;
+}
+
+/// Parameter of an effect by identifier; the test fails where there is none.
+inline KParameter& ParameterOf(KEffect& effect, std::uint32_t id)
+{
+    for (KParameter* parameter : effect.parameters.Each<KParameter>())
+        for (std::uint32_t each : parameter->id)
+            if (each == id) return *parameter;
+    throw std::logic_error("no such parameter");
+}
+
+/// The member that a parameter targets.
+template <class T> T& Target(KEffect& effect, std::uint32_t id)
+{
+    return *static_cast<T*>(ParameterOf(effect, id).target);
 }
 
 } // namespace ombrelune::test
