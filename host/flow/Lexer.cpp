@@ -130,7 +130,8 @@ int Lexer::LongBracketLevel() const
 bool Lexer::TakeLongBracket(int level, std::string& contents)
 {
     auto const count = static_cast<std::size_t>(level);
-    std::string const closing = "]" + std::string(count, '=') + "]";
+    std::string closing(count + 2, '=');
+    closing.front() = closing.back() = ']';
     rest_.remove_prefix(count + 2);
     std::size_t const length = rest_.find(closing);
     if (length == std::string_view::npos) return false;

@@ -76,7 +76,7 @@ void ResizeRows(Axis const& across, Axis const& down, int sourceWidth, Channels 
             for (Axis::Taps const& pixels : across.taps) {
                 float const* const weights = &across.weights[pixels.weights];
                 for (int c = 0; c < channels; ++c) {
-                    float const* in = &gathered[static_cast<std::size_t>(pixels.first * channels + c)];
+                    float const* in = gathered.data() + std::ptrdiff_t{pixels.first} * channels + c;
                     float sum = 0.0F;
                     for (int k = 0; k < pixels.count; ++k) sum += weights[k] * in[k * channels];
                     *out++ = PixelCodec<Stored>::FromFloat(sum);

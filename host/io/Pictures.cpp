@@ -93,12 +93,12 @@ Recognised Recognise(std::string const& path)
     return {*format, {}};
 }
 
-ReadResult MakeProxy(std::string const& path, Ref<Image> full, int proxy)
+ReadResult MakeProxy(std::string const& path, Image const& full, int proxy)
 {
     Ref<Image> small =
-        full->ResizeOfImage(std::max(1, full->Width() / proxy), std::max(1, full->Height() / proxy));
+        full.ResizeOfImage(std::max(1, full.Width() / proxy), std::max(1, full.Height() / proxy));
     if (!small) return {nullptr, Problem{path, 0, "there is not enough memory for the proxy"}};
-    small->attributes.Set({Img_OriginalWidth, full->Width()}).Set({Img_OriginalHeight, full->Height()});
+    small->attributes.Set({Img_OriginalWidth, full.Width()}).Set({Img_OriginalHeight, full.Height()});
     return {std::move(small), {}};
 }
 
@@ -111,7 +111,7 @@ ReadResult ReadPicture(std::string const& path, ReadOptions const& options)
     Loaded const& loaded = Module();
     if (loaded.problem) return {nullptr, loaded.problem};
     ReadResult result = loaded.module->read(path, recognised.format);
-    if (result.image && options.proxy > 1) return MakeProxy(path, std::move(result.image), options.proxy);
+    if (result.image && options.proxy > 1) return MakeProxy(path, *result.image, options.proxy);
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include "host/image/PixPtr.h"
 #include "host/io/Pictures.h"
 #include "host/io/pictures/Rows.h"
+#include "host/value/MachineMemory.h"
 #include "host/value/Parallel.h"
 #include "tests/host/io_files.h"
 
@@ -374,10 +375,12 @@ TEST(Pictures, SamePictureGivesTheSameBytes)
 TEST(Pictures, CutFilesAreRefusedOrWhole)
 {
     TemporaryFolder const folder;
-    for (char const* extension : {"png", "tif", "jpg", "exr", "dpx"}) {
-        std::string const path = folder / (std::string("a.") + extension);
-        ASSERT_FALSE(WritePicture(*TestImage(61, 83, kDepthInt16), path));
-        std::string const bytes = Load(path);
+    for (char const* name : {"a.png", "a.tif", "a.jpg", "a.exr", "a.dpx"})
+        ASSERT_FALSE(WritePicture(*TestImage(61, 83, kDepthInt16), folder / name));
+    // Without filter and compression: what is missing would pass for black.
+    Save(folder / "plain.png", Png(40, 50, 8, 0, std::vector<std::string>(50, std::string(40, '\x55'))));
+    for (std::string const& name : folder.Names()) {
+        std::string const path = folder / name, bytes = Load(path);
         Ref<Image> const whole = ReadOrFail(path);
         int refused = 0;
         for (std::size_t i = 1; i <= 40; ++i) {
@@ -385,15 +388,17 @@ TEST(Pictures, CutFilesAreRefusedOrWhole)
             ReadResult const result = ReadPicture(path);
             EXPECT_NE(result.problem.has_value(), static_cast<bool>(result.image));
             refused += result.problem.has_value();
-            if (result.problem) EXPECT_EQ(result.problem->file, path);
-            else
-                for (int y = 0; y < whole->Height(); ++y)
-                    ASSERT_EQ(std::memcmp(whole->MainRow(y), result.image->MainRow(y),
-                                          static_cast<std::size_t>(61 * whole->PixelBytes())),
-                              0)
-                        << extension << " cut at " << i << ", row " << y;
+            if (result.problem) {
+                EXPECT_EQ(result.problem->file, path);
+                continue;
+            }
+            for (int y = 0; y < whole->Height(); ++y)
+                ASSERT_EQ(std::memcmp(whole->MainRow(y), result.image->MainRow(y),
+                                      static_cast<std::size_t>(whole->Width() * whole->PixelBytes())),
+                          0)
+                    << name << " cut at " << i << ", row " << y;
         }
-        EXPECT_GE(refused, 38) << extension;
+        EXPECT_GE(refused, 38) << name;
     }
 }
 
@@ -421,7 +426,10 @@ TEST(Pictures, BadFilesAreNamed)
         {folder / "text.png", "is no picture of a known kind (PNG, TIFF, JPEG, OpenEXR, DPX)"},
         {folder / "broken.exr", "cannot be read as OpenEXR; is the file whole?"},
         {folder / "huge.png", "is 200000 x 200000 pixels; a side has 1 to 65536"},
-        {folder / "large.png", "is 65536 x 65536 pixels and needs 32.0 GiB, more than half of the memory"},
+        {folder / "large.png",
+         MachineMemory() / 2 < std::size_t{32} << 30
+             ? "is 65536 x 65536 pixels and needs 32.0 GiB, more than half of the memory"
+             : "cannot be read as PNG"},
         {folder / "huge.exr", "is 200000 x 200000 pixels; a side has 1 to 65536"},
         {folder / "huge.tif", "cannot be read as TIFF; is the file whole?"},
     };

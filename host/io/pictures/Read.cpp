@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <cstring>
 #include <vector>
 
+#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 #include <OpenImageIO/strutil.h>
 #include <fmt/format.h>
@@ -37,7 +38,7 @@ struct Plan {
     int columnShift = 0, rowShift = 0; // from the file's pixels to its full frame, from top left
 };
 
-int DepthOf(TypeDesc type)
+int DepthOf(TypeDesc const& type)
 {
     switch (type.basetype) {
     case TypeDesc::UINT8:
@@ -153,10 +154,11 @@ Ref<Image> MakeImage(OIIO::ImageSpec const& spec, Plan const& plan)
 {
     double aspect = spec.get_float_attribute("PixelAspectRatio", 1.0F);
     if (!(aspect > 0.01 && aspect < 100.0)) aspect = 1.0;
-    TagList tags = {{Img_Width, plan.transpose ? plan.height : plan.width},
-                    {Img_Height, plan.transpose ? plan.width : plan.height},
-                    {Img_Depth, plan.depth},
-                    {Img_XScale, plan.transpose ? 1.0 / aspect : aspect}};
+    TagList tags;
+    tags.Add({Img_Width, plan.transpose ? plan.height : plan.width});
+    tags.Add({Img_Height, plan.transpose ? plan.width : plan.height});
+    tags.Add({Img_Depth, plan.depth});
+    tags.Add({Img_XScale, plan.transpose ? 1.0 / aspect : aspect});
     for (Plan::Aux const& aux : plan.aux) tags.Add({Img_Channel, aux.hostChannel});
     return NewImageTagList(tags);
 }
@@ -242,6 +244,22 @@ bool ReadRows(OIIO::ImageInput& input, OIIO::ImageSpec const& spec, Plan const& 
     return true;
 }
 
+/// A file that goes on with zeros behind its end and remembers that they were asked for. The PNG reader leaks
+/// memory when a read comes back short.
+class EndlessFile : public OIIO::Filesystem::IOFile {
+public:
+    explicit EndlessFile(std::string const& path) : IOFile(path, Read) {}
+    std::size_t read(void* bytes, std::size_t size) override
+    {
+        std::size_t const got = IOFile::read(bytes, size);
+        std::memset(static_cast<char*>(bytes) + got, 0, size - got);
+        endedEarly = endedEarly || got < size;
+        return size;
+    }
+
+    bool endedEarly = false;
+};
+
 } // namespace
 
 ReadResult ReadFile(std::string const& path, PictureFormat format)
@@ -249,6 +267,7 @@ ReadResult ReadFile(std::string const& path, PictureFormat format)
     auto const wrong = [&](std::string text) {
         return ReadResult{nullptr, Problem{path, 0, std::move(text)}};
     };
+    std::optional<EndlessFile> file; // outlives the reader
     auto const input = OIIO::ImageInput::create(LibraryName(format));
     if (!input) return wrong(fmt::format("{} is not in this picture library", FormatLabel(format)));
     auto const broken = [&](std::string const& message) {
@@ -259,6 +278,10 @@ ReadResult ReadFile(std::string const& path, PictureFormat format)
     OIIO::ImageSpec spec, configuration;
     // The library would multiply by alpha with its own rounding.
     configuration.attribute("oiio:UnassociatedAlpha", 1);
+    if (format == PictureFormat::kPng) {
+        OIIO::Filesystem::IOProxy* const proxy = &file.emplace(path);
+        configuration.attribute("oiio:ioproxy", TypeDesc::PTR, &proxy);
+    }
     if (!input->open(path, spec, configuration)) return broken(input->geterror());
     input->geterror(); // what a header has of oddities does not matter
     Plan const plan = MakePlan(spec, format);
@@ -272,6 +295,7 @@ ReadResult ReadFile(std::string const& path, PictureFormat format)
     });
     // Some readers return true for damaged pixels and only leave a message.
     std::string const message = input->geterror();
+    if (file && file->endedEarly) return broken("it ends too early");
     if (!ok || !message.empty()) return broken(message);
     return {std::move(image), {}};
 }
