@@ -194,7 +194,7 @@ public:
                         EdgeModes edges) const;
     /// Blurred by x and y 720ths of the width; a negative y means as x. Filters are the host's BlurFilter;
     /// channels is the sum of 1 red, 2 green, 4 blue, 8 alpha.
-    KImage* BlurOf(double x, double y, int filter, int channels, double blend, double glow) const;
+    KImage* BlurOf(double x, double y, int filter, int channels, double passes, double blend) const;
     /// Length of the gradient of each word over 3 by 3 pixels; the edge pixels repeat.
     KImage* SobelOf() const;
 
