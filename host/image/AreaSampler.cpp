@@ -4,6 +4,7 @@
 
 #include "host/image/EdgeIndex.h"
 #include "host/image/PixPtr.h"
+#include "host/image/PixelCodec.h"
 #include "host/image/Sampler.h"
 #include "host/image/SummedAreaTable.h"
 
@@ -153,7 +154,7 @@ void SampleArea(Image const& image, SummedAreaTable const* table, std::array<int
     for (std::size_t i = 0; i < 4; ++i) corners[i] = {y[i] / 65536.0 + 0.5, x[i] / 65536.0 + 0.5};
     Sum4 const mean = MeanOver<Edges>(*table, image.Width(), image.Height(), Quad(corners));
     for (int i = 0; i < 4; ++i) {
-        double const value = mean.word[i];
+        double const value = mean[i];
         if constexpr (std::is_same_v<Record, FltPixel>)
             record.word[i] = static_cast<float>(image.IsFloat() ? value : value / 65535.0);
         else

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/image/Image.h"
-#include "host/image/PixelCodec.h"
+#include "host/image/Vector4.h"
 
 namespace ombrelune {
 
@@ -50,8 +50,7 @@ public:
     void GetPixel(Pixel& record) const
     {
         if (!plainInt_) return hooks_.readInt(record, main_, aux_, *image_);
-        auto const* stored = reinterpret_cast<std::uint16_t const*>(main_);
-        for (int i = 0; i < 4; ++i) record.word[i] = stored[i];
+        Store(LoadUInt4(reinterpret_cast<std::uint16_t const*>(main_)), record.word);
         record.DropAux();
     }
     void GetPixel(FltPixel& record) const
@@ -63,8 +62,7 @@ public:
     void SetPixel(Pixel const& record)
     {
         if (!plainInt_) return hooks_.writeInt(record, main_, aux_, *image_);
-        auto* stored = reinterpret_cast<std::uint16_t*>(main_);
-        for (int i = 0; i < 4; ++i) stored[i] = PixelCodec<std::uint16_t>::FromInt(record.word[i]);
+        Store(LoadUInt4(record.word), reinterpret_cast<std::uint16_t*>(main_));
     }
     void SetPixel(FltPixel const& record)
     {
@@ -118,16 +116,15 @@ public:
 
     template <class Word> friend void operator>>=(PixelRecord<Word>& record, PlainPixPtr& cursor)
     {
-        for (int i = 0; i < 4; ++i) record.word[i] = static_cast<Word>(cursor.words_[i]);
+        if constexpr (std::is_same_v<Word, float>) Store(LoadFloat4(cursor.words_), record.word);
+        else Store(LoadUInt4(cursor.words_), record.word);
         record.DropAux();
         cursor.words_ += 4;
     }
     template <class Word> friend void operator>>=(PlainPixPtr& cursor, PixelRecord<Word> const& record)
     {
-        for (int i = 0; i < 4; ++i) {
-            if constexpr (std::is_same_v<Word, Stored>) cursor.words_[i] = record.word[i];
-            else cursor.words_[i] = PixelCodec<Stored>::FromInt(record.word[i]);
-        }
+        if constexpr (std::is_same_v<Word, float>) Store(LoadFloat4(record.word), cursor.words_);
+        else Store(LoadUInt4(record.word), cursor.words_);
         cursor.words_ += 4;
     }
 

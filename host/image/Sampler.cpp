@@ -16,34 +16,27 @@ void BilinearSampler<Record, Edges>::Outer(int x, int y, Record& record) const
     int const rows[2] = {EdgeIndex<Edges>(row, image_.Height()), EdgeIndex<Edges>(row + 1, image_.Height())};
 
     // Neighbours without weight are not read and count as black: what they hold cannot matter.
-    Record neighbours[4];
+    Stored colour[2][8] = {};
+    float const u = static_cast<float>(x & 0xffff) / 65536.0F, v = static_cast<float>(y & 0xffff) / 65536.0F;
+    std::vector<int> const& channels = image_.AuxChannels();
+    float aux[kChannelLast + 1] = {};
     bool inside = false;
     PixPtr cursor(const_cast<Image*>(&image_)); // reads only
-    for (int i = 0; i < 4; ++i) {
-        Record& neighbour = neighbours[i];
-        int const px = columns[i & 1], py = rows[i >> 1];
-        bool const hasWeight = (!(i & 1) || (x & 0xffff)) && (!(i >> 1) || (y & 0xffff));
-        if (hasWeight && px >= 0 && py >= 0) {
-            cursor.GetPixel(px, py, neighbour);
+    for (int j = 0; j < 2; ++j) {
+        for (int i = 0; i < 2; ++i) {
+            float const weight = (i ? u : 1.0F - u) * (j ? v : 1.0F - v);
+            if (weight == 0.0F || columns[i] < 0 || rows[j] < 0) continue;
+            Record neighbour;
+            cursor.GetPixel(columns[i], rows[j], neighbour);
+            std::copy_n(neighbour.word, 4, colour[j] + 4 * i);
+            for (int channel : channels) aux[channel] += weight * neighbour.Aux(channel);
             inside = true;
-        } else {
-            std::fill_n(neighbour.word, 4, Word{});
-            neighbour.DropAux();
         }
     }
-
-    Fraction const fx = ToFraction(x), fy = ToFraction(y);
-    for (int i = 0; i < 4; ++i)
-        record.word[i] = Blend(neighbours[0].word[i], neighbours[1].word[i], neighbours[2].word[i],
-                               neighbours[3].word[i], fx, fy);
+    Blend(colour[0], colour[1], x, y, record.word);
     if (!inside) return;
     record.DropAux();
-    float const u = static_cast<float>(x & 0xffff) / 65536.0F, v = static_cast<float>(y & 0xffff) / 65536.0F;
-    for (int channel : image_.AuxChannels()) {
-        float const low = neighbours[0].Aux(channel) * (1.0F - u) + neighbours[1].Aux(channel) * u;
-        float const high = neighbours[2].Aux(channel) * (1.0F - u) + neighbours[3].Aux(channel) * u;
-        record.SetAux(channel, low * (1.0F - v) + high * v);
-    }
+    for (int channel : channels) record.SetAux(channel, aux[channel]);
 }
 
 template class BilinearSampler<Pixel, kEdgeBlack>;

@@ -3,13 +3,14 @@
 #include <type_traits>
 
 #include "host/image/Image.h"
+#include "host/image/Vector4.h"
 
 namespace ombrelune {
 
 /// Bilinear samples of one picture through one kind of record under one edge rule. Pixel (x, y) lies at the
 /// place (x, y) itself, so a whole place gives the pixel exactly. Bind it once per row or picture: the inner
 /// case (own depth, no auxiliary channels, all four neighbours inside) is inlined, everything else is a call.
-/// Pixel is interpolated in integers and rounded to the nearest, FltPixel in single floats.
+/// The arithmetic is in single floats; a Pixel is rounded to the nearest.
 template <class Record, EdgeModes Edges> class BilinearSampler {
 public:
     static constexpr bool kIsInt = std::is_same_v<Record, Pixel>;
@@ -34,30 +35,23 @@ public:
         auto const* low =
             reinterpret_cast<Stored const*>(base_ + row * stride_) + static_cast<std::ptrdiff_t>(column) * 4;
         auto const* high = reinterpret_cast<Stored const*>(reinterpret_cast<std::byte const*>(low) + stride_);
-        Fraction const fx = ToFraction(x), fy = ToFraction(y);
-        for (int i = 0; i < 4; ++i) record.word[i] = Blend(low[i], low[i + 4], high[i], high[i + 4], fx, fy);
+        Blend(low, high, x, y, record.word);
         record.DropAux();
     }
 
 private:
-    using Fraction = std::conditional_t<kIsInt, std::int64_t, float>;
-    using Word = std::remove_all_extents_t<decltype(Record::word)>;
-
-    static Fraction ToFraction(int place)
+    /// Mean of two neighbouring pixels of each row by the fractions of the place. Integers go through floats,
+    /// which hold every step to 1/60 of a value and a whole place exactly.
+    template <class Word> static void Blend(Stored const* low, Stored const* high, int x, int y, Word* out)
     {
-        int const fraction = place & 0xffff;
-        if constexpr (kIsInt) return fraction;
-        else return static_cast<float>(fraction) * (1.0F / 65536.0F);
-    }
-    static Word Blend(Fraction a, Fraction b, Fraction c, Fraction d, Fraction fx, Fraction fy)
-    {
-        if constexpr (kIsInt) {
-            Fraction const low = (a << 16) + (b - a) * fx, high = (c << 16) + (d - c) * fx;
-            return static_cast<Word>(((low << 16) + (high - low) * fy + (Fraction{1} << 31)) >> 32);
-        } else {
-            Fraction const low = a + (b - a) * fx, high = c + (d - c) * fx;
-            return low + (high - low) * fy;
-        }
+        float const u = static_cast<float>(x & 0xffff) / 65536.0F;
+        float const v = static_cast<float>(y & 0xffff) / 65536.0F;
+        auto const across = [u](Stored const* row) {
+            Float4 const a = LoadFloat4(row), b = LoadFloat4(row + 4);
+            return a + (b - a) * u;
+        };
+        Float4 const from = across(low), to = across(high);
+        Store(from + (to - from) * v, out);
     }
     void Outer(int x, int y, Record& record) const;
 

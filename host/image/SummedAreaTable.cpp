@@ -25,8 +25,8 @@ template <class Stored> double Value(Stored stored)
 
 template <class Stored> void AddRow(Sum4* sums, Stored const* row, int width)
 {
-    for (int x = 0; x < width; ++x)
-        for (int i = 0; i < 4; ++i) sums[x].word[i] += Value(row[4 * x + i]);
+    for (int x = 0; x < width; ++x, row += 4)
+        sums[x] = sums[x] + Sum4{{Value(row[0]), Value(row[1])}, {Value(row[2]), Value(row[3])}};
 }
 
 } // namespace

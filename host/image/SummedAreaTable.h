@@ -1,32 +1,11 @@
 #pragma once
 
-#include <array>
 #include <memory>
 
 #include "host/image/Image.h"
+#include "host/image/Vector4.h"
 
 namespace ombrelune {
-
-/// Four colour channels in doubles.
-struct Sum4 {
-    std::array<double, 4> word{};
-
-    friend Sum4 operator+(Sum4 a, Sum4 const& b)
-    {
-        for (int i = 0; i < 4; ++i) a.word[i] += b.word[i];
-        return a;
-    }
-    friend Sum4 operator-(Sum4 a, Sum4 const& b)
-    {
-        for (int i = 0; i < 4; ++i) a.word[i] -= b.word[i];
-        return a;
-    }
-    friend Sum4 operator*(double factor, Sum4 a)
-    {
-        for (double& w : a.word) w *= factor;
-        return a;
-    }
-};
 
 /// Interval along one side of the table: whole cells `first` and `last`, and how far into each of them the
 /// interval starts and ends. A fraction outside 0 to 1 continues the cell's pixel, which is how the edge

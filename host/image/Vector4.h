@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+namespace ombrelune {
+
+/// The four colour channels of a pixel in one vector of the compiler: arithmetic goes by lanes, and what it
+/// computes is the same as in single numbers.
+using Float4 [[gnu::vector_size(16)]] = float;
+using Int4 [[gnu::vector_size(16)]] = std::int32_t;
+using UInt4 [[gnu::vector_size(16)]] = std::uint32_t;
+using Double2 [[gnu::vector_size(16)]] = double;
+
+inline UInt4 LoadUInt4(std::uint16_t const* words)
+{
+#ifdef __SSE2__ // the general form takes GCC twice the instructions
+    __m128i const packed = _mm_loadl_epi64(reinterpret_cast<__m128i const*>(words));
+    return reinterpret_cast<UInt4>(_mm_unpacklo_epi16(packed, _mm_setzero_si128()));
+#else
+    return UInt4{words[0], words[1], words[2], words[3]};
+#endif
+}
+
+inline UInt4 LoadUInt4(std::uint32_t const* words)
+{
+    UInt4 vector;
+    std::memcpy(&vector, words, sizeof vector);
+    return vector;
+}
+
+inline Float4 LoadFloat4(float const* words)
+{
+    Float4 vector;
+    std::memcpy(&vector, words, sizeof vector);
+    return vector;
+}
+
+inline Float4 LoadFloat4(std::uint16_t const* words)
+{
+    return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(words)), Float4);
+}
+
+inline void Store(Float4 vector, float* words) { std::memcpy(words, &vector, sizeof vector); }
+inline void Store(UInt4 vector, std::uint32_t* words) { std::memcpy(words, &vector, sizeof vector); }
+
+/// Values of 0 and above, rounded to the nearest.
+inline void Store(Float4 vector, std::uint32_t* words)
+{
+    Int4 const rounded = __builtin_convertvector(vector + 0.5F, Int4);
+    std::memcpy(words, &rounded, sizeof rounded);
+}
+
+/// Values limited to 65535.
+inline void Store(UInt4 vector, std::uint16_t* words)
+{
+    UInt4 const limited = vector | reinterpret_cast<UInt4>(reinterpret_cast<Int4>(vector >> 16) > 0);
+#ifdef __SSE2__
+    // The low halves as signed numbers pass through the signed pack unchanged.
+    __m128i const halves = _mm_srai_epi32(_mm_slli_epi32(reinterpret_cast<__m128i>(limited), 16), 16);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(words), _mm_packs_epi32(halves, halves));
+#else
+    for (int i = 0; i < 4; ++i) words[i] = static_cast<std::uint16_t>(limited[i]);
+#endif
+}
+
+/// Four channels in doubles, for sums over many pixels.
+struct Sum4 {
+    Double2 low{}, high{};
+
+    double operator[](int i) const { return i < 2 ? low[i] : high[i - 2]; }
+
+    friend Sum4 operator+(Sum4 a, Sum4 b) { return {a.low + b.low, a.high + b.high}; }
+    friend Sum4 operator-(Sum4 a, Sum4 b) { return {a.low - b.low, a.high - b.high}; }
+    friend Sum4 operator*(double factor, Sum4 a) { return {factor * a.low, factor * a.high}; }
+};
+
+} // namespace ombrelune
