@@ -135,6 +135,37 @@ Work SatBuild(Case const& row)
     return run;
 }
 
+/// Gaussian of a radius in pixels, held against OpenCV's direct one in the middle of the picture.
+Prepare Blur(double radius)
+{
+    return [=](Case const& row) -> Work {
+        TagList const tags{{Blur_Type, kBlurGaussian}, {Blur_XSize, radius / row.picture->Width()}};
+        Ref<Image> const blurred = row.picture->BlurOfImageTagList(tags);
+        cv::Rect const middle(row.picture->Width() / 2 - 300, row.picture->Height() / 2 - 300, 600, 600);
+        cv::Mat gauss, difference;
+        cv::GaussianBlur(MatOf(*row.picture)(middle), gauss, {}, radius / 2.0);
+        cv::absdiff(gauss, MatOf(*blurred)(middle), difference);
+        double const unit = row.picture->IsFloat() ? 1.0 : 65535.0;
+        cv::Rect const inner(250, 250, 100, 100);
+        if (cv::norm(difference(inner), cv::NORM_INF) > 0.05 / radius * unit + 1e-3) return nullptr;
+        return [=] { row.picture->BlurOfImageTagList(tags); };
+    };
+}
+
+/// OpenCV's box filter three times, of the size that gives the same Gaussian.
+Prepare ThreeBoxes(int size)
+{
+    return [=](Case const& row) -> Work {
+        cv::setNumThreads(row.threads);
+        Ref<Image> target = row.picture->CopyOfImage(true);
+        return [=] {
+            cv::Mat out = MatOf(*target);
+            cv::blur(MatOf(*row.picture), out, {size, size}, {-1, -1}, cv::BORDER_REPLICATE);
+            for (int i = 0; i < 2; ++i) cv::blur(out, out, {size, size}, {-1, -1}, cv::BORDER_REPLICATE);
+        };
+    };
+}
+
 bool const kRows =
     RatioRows("Bilinear", Filling(Bilinear, IsIdentity)) &&
     RatioRows("BilinearOpenCVRemap", Remap, kFloatOnly) && RatioRows("Area", Filling(Area, IsIdentity)) &&
@@ -145,7 +176,9 @@ bool const kRows =
                                             cv::mean(MatOf(source)) - cv::mean(MatOf(target));
                                         return cv::norm(difference) < (source.IsFloat() ? 1e-3 : 65.0);
                                     })) &&
-    RatioRows("UseSAT", SatBuild);
+    RatioRows("UseSAT", SatBuild) && RatioRows("Blur10", Blur(10.0)) &&
+    RatioRows("Blur10OpenCVBoxes", ThreeBoxes(11), kFloatOnly) && RatioRows("Blur100", Blur(100.0)) &&
+    RatioRows("Blur100OpenCVBoxes", ThreeBoxes(101), kFloatOnly);
 
 } // namespace
 } // namespace ombrelune::bench

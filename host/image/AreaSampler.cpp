@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "host/image/EdgeIndex.h"
 #include "host/image/PixPtr.h"
@@ -13,7 +14,6 @@ namespace ombrelune {
 namespace {
 
 constexpr int kMostStrips = 16;
-constexpr double kRectangleTolerance = 1.0 / 256.0; // pixels; an undistorted cell is never exact in floats
 
 struct Span {
     double low, high;
@@ -57,51 +57,89 @@ Sum4 IntegralOf(SummedAreaTable const& table, int width, int height, Span x, Spa
     }
 }
 
-struct Corner {
-    double y, x;
-    auto operator<=>(Corner const&) const = default;
-};
-
-/// Corners from low to high, which is the same for every order in which they are given.
+/// Four corners in 16.16, sorted from low to high and from left to right, so that the order in which they are
+/// given does not matter.
 class Quad {
 public:
-    explicit Quad(std::array<Corner, 4> const& given) : corner_(given)
+    Quad(std::array<int, 4> const& x, std::array<int, 4> const& y)
     {
-        std::sort(corner_.begin(), corner_.end());
+        // One number per corner that sorts by y, then x; then a sorting network.
+        std::int64_t key[4];
+        for (std::size_t i = 0; i < 4; ++i) key[i] = y[i] * kRow + x[i];
+        auto const order = [&](int i, int j) {
+            auto const [low, high] = std::pair(std::min(key[i], key[j]), std::max(key[i], key[j]));
+            key[i] = low;
+            key[j] = high;
+        };
+        order(0, 1), order(2, 3), order(0, 2), order(1, 3), order(1, 2);
+        for (int i = 0; i < 4; ++i) {
+            y_[i] = (key[i] + kRow / 2) >> 32;
+            x_[i] = key[i] - y_[i] * kRow;
+        }
     }
 
+    /// True when the sides are level and upright to within what an undistorted cell loses in floats.
     bool IsRectangle() const
     {
-        auto const near = [](double a, double b) { return std::abs(a - b) <= kRectangleTolerance; };
-        auto const low = std::minmax(corner_[0].x, corner_[1].x);
-        auto const high = std::minmax(corner_[2].x, corner_[3].x);
-        return near(corner_[0].y, corner_[1].y) && near(corner_[2].y, corner_[3].y) &&
-               near(low.first, high.first) && near(low.second, high.second);
+        auto const near = [](std::int64_t a, std::int64_t b) { return std::abs(a - b) <= kTolerance; };
+        return near(y_[0], y_[1]) && near(y_[2], y_[3]) &&
+               near(std::min(x_[0], x_[1]), std::min(x_[2], x_[3])) &&
+               near(std::max(x_[0], x_[1]), std::max(x_[2], x_[3]));
     }
-    Span Height() const { return {corner_[0].y, corner_[3].y}; }
-    /// Height of a rectangle whose sides are not quite straight.
-    Span MeanHeight() const
+    Span RectangleX() const
     {
-        return {(corner_[0].y + corner_[1].y) / 2.0, (corner_[2].y + corner_[3].y) / 2.0};
+        return ToTable(std::min(x_[0], x_[1]) + std::min(x_[2], x_[3]),
+                       std::max(x_[0], x_[1]) + std::max(x_[2], x_[3]));
     }
-    /// Extent of the convex hull at a height between the lowest and the highest corner.
+    Span RectangleY() const { return ToTable(y_[0] + y_[1], y_[2] + y_[3]); }
+
+    Span Height() const { return ToTable(2 * y_[0], 2 * y_[3]); }
+    Span FlatX() const { return ToTable(2 * x_[0], 2 * x_[3]); }
+
+private:
+    static constexpr std::int64_t kRow = std::int64_t{1} << 32;
+    static constexpr int kTolerance = 256; // 1 / 256 pixel
+
+    /// From twice a place in 16.16, around pixels, to one in the table, where pixel 0 starts at 0.
+    static Span ToTable(std::int64_t low, std::int64_t high)
+    {
+        return {static_cast<double>(low) / 131072.0 + 0.5, static_cast<double>(high) / 131072.0 + 0.5};
+    }
+
+    friend class Hull;
+    std::int64_t x_[4], y_[4];
+};
+
+/// Convex hull of a quadrilateral that has some height.
+class Hull {
+public:
+    explicit Hull(Quad const& quad)
+    {
+        for (int i = 0; i < 4; ++i) {
+            x_[i] = static_cast<double>(quad.x_[i]) / 65536.0 + 0.5;
+            y_[i] = static_cast<double>(quad.y_[i]) / 65536.0 + 0.5;
+        }
+        for (int i = 0; i < 3; ++i)
+            for (int j = i + 1; j < 4; ++j) slope_[i][j] = (x_[j] - x_[i]) / (y_[j] - y_[i]);
+    }
+
+    /// Extent at a height between the lowest and the highest corner: the outermost of the lines from corners
+    /// below to corners above, none of which is level.
     Span ExtentAt(double y) const
     {
+        int const above = y < y_[1] ? 1 : y < y_[2] ? 2 : 3; // the first corner above
         Span extent{HUGE_VAL, -HUGE_VAL};
-        for (int i = 0; i < 3; ++i) {
-            for (int j = i + 1; j < 4; ++j) {
-                Corner const &a = corner_[i], &b = corner_[j];
-                if (a.y > y || b.y < y) continue;
-                double const along = a.y < b.y ? (y - a.y) / (b.y - a.y) : 0.0;
-                double const x = a.x + (b.x - a.x) * along, end = a.y < b.y ? x : b.x;
-                extent = {std::min({extent.low, x, end}), std::max({extent.high, x, end})};
+        for (int i = 0; i < above; ++i) {
+            for (int j = above; j < 4; ++j) {
+                double const x = x_[i] + slope_[i][j] * (y - y_[i]);
+                extent = {std::min(extent.low, x), std::max(extent.high, x)};
             }
         }
         return extent;
     }
 
 private:
-    std::array<Corner, 4> corner_;
+    double x_[4], y_[4], slope_[4][4];
 };
 
 /// Mean of the picture over a quadrilateral. A rectangle is one look at the table; anything else is cut into
@@ -109,20 +147,24 @@ private:
 template <EdgeModes Edges>
 Sum4 MeanOver(SummedAreaTable const& table, int width, int height, Quad const& quad)
 {
-    bool const rectangle = quad.IsRectangle();
-    Span whole = rectangle ? quad.MeanHeight() : quad.Height();
-    if (rectangle || whole.Size() <= 1.0) {
-        Span const x = quad.ExtentAt((whole.low + whole.high) / 2.0).AtLeastAPixel();
-        Span const y = whole.AtLeastAPixel();
+    auto const mean = [&](Span x, Span y) {
+        x = x.AtLeastAPixel();
+        y = y.AtLeastAPixel();
         return 1.0 / (x.Size() * y.Size()) * IntegralOf<Edges>(table, width, height, x, y);
-    }
+    };
+    if (quad.IsRectangle()) return mean(quad.RectangleX(), quad.RectangleY());
+    Span const whole = quad.Height();
+    if (whole.Size() == 0.0) return mean(quad.FlatX(), whole);
+    Hull const hull(quad);
+    if (whole.Size() <= 1.0) return mean(hull.ExtentAt((whole.low + whole.high) / 2.0), whole);
+
     int const strips = std::min(static_cast<int>(std::ceil(whole.Size())) + 1, kMostStrips);
     double const step = whole.Size() / strips;
     Sum4 sum;
     double area = 0.0;
     for (int i = 0; i < strips; ++i) {
         Span const y{whole.low + i * step, whole.low + (i + 1) * step};
-        Span const x = quad.ExtentAt((y.low + y.high) / 2.0).AtLeastAPixel();
+        Span const x = hull.ExtentAt((y.low + y.high) / 2.0).AtLeastAPixel();
         sum = sum + IntegralOf<Edges>(table, width, height, x, y);
         area += x.Size() * y.Size();
     }
@@ -150,9 +192,7 @@ void SampleArea(Image const& image, SummedAreaTable const* table, std::array<int
     if (image.IsPlain()) record.DropAux();
     else NearestAux<Edges>(image, middleX, middleY, record);
 
-    std::array<Corner, 4> corners;
-    for (std::size_t i = 0; i < 4; ++i) corners[i] = {y[i] / 65536.0 + 0.5, x[i] / 65536.0 + 0.5};
-    Sum4 const mean = MeanOver<Edges>(*table, image.Width(), image.Height(), Quad(corners));
+    Sum4 const mean = MeanOver<Edges>(*table, image.Width(), image.Height(), Quad(x, y));
     for (int i = 0; i < 4; ++i) {
         double const value = mean[i];
         if constexpr (std::is_same_v<Record, FltPixel>)

@@ -30,6 +30,9 @@ enum ColorSpaceType {
     kSpaceLAB
 };
 
+/// Sizes are radii: half the support of box and Bartlett, two standard deviations of a Gaussian. Soften is
+/// the mean of the picture and its Gaussian, Sharpen adds what the Gaussian takes away. Any other code is a
+/// Gaussian.
 enum BlurFilter { kBlurBox = 0, kBlurSoften = 1, kBlurBartlett = 2, kBlurSharpen = 3, kBlurGaussian = 4 };
 
 // Attributes of NewImageTagList.
@@ -56,9 +59,13 @@ inline constexpr std::uint32_t Blur_Green = 0x10020012;
 inline constexpr std::uint32_t Blur_Blue = 0x10020013;
 inline constexpr std::uint32_t Blur_Alpha = 0x10020014;
 inline constexpr std::uint32_t Blur_XSize = 0x20020010; ///< fraction of the picture's width
-inline constexpr std::uint32_t Blur_YSize = 0x20020011; ///< fraction of the picture's width, along y
-inline constexpr std::uint32_t Blur_Blend = 0x20020012; ///< 1 the filtered picture, 0 the picture itself
-inline constexpr std::uint32_t Blur_Glow = 0x20020013;  ///< multiple of the picture added to the result
+inline constexpr std::uint32_t Blur_YSize =
+    0x20020011; ///< fraction of the picture's width; default Blur_XSize
+/// How often the filter is applied, 1 unless given, at most 16. A Gaussian takes fractions, the others whole
+/// numbers.
+inline constexpr std::uint32_t Blur_Passes = 0x20020012;
+inline constexpr std::uint32_t Blur_Blend =
+    0x20020013; ///< 1 (the default) the filtered picture, 0 the picture itself
 
 /// The four ways into a stored pixel; chosen once per image, called with the record, main and auxiliary
 /// address.
@@ -112,7 +119,8 @@ public:
     Ref<Image> CopyOfImage(bool empty) const;
     /// Copy of another size, area-averaged where it shrinks and bilinear where it grows; null for a bad size.
     Ref<Image> ResizeOfImage(int width, int height) const;
-    /// Copy blurred by the Blur_ attributes. Beyond the border the edge pixels repeat.
+    /// Copy blurred by the Blur_ attributes; channels that are not named are blurred. Beyond the border the
+    /// edge pixels repeat. Auxiliary channels are copied. Null when memory is out.
     Ref<Image> BlurOfImageTagList(TagList const& tags) const;
     /// Copy moved so that the pivot (normalised, 0 to 1) lands on `x`, `y`, scaled and turned by `angle`
     /// degrees counter-clockwise about it.

@@ -31,12 +31,6 @@ template <class Stored> void AddRow(Sum4* sums, Stored const* row, int width)
 
 } // namespace
 
-TableInterval::TableInterval(double from, double to, int size)
-    : first(static_cast<int>(std::clamp(std::floor(from), 0.0, size - 1.0))),
-      last(static_cast<int>(std::clamp(std::floor(to), 0.0, size - 1.0))), firstFraction(from - first),
-      lastFraction(to - last)
-{}
-
 std::unique_ptr<SummedAreaTable> SummedAreaTable::Of(Image const& image)
 {
     std::unique_ptr<SummedAreaTable> table(new SummedAreaTable);
@@ -83,21 +77,6 @@ template <class Stored> void SummedAreaTable::Build(Image const& image)
             for (int x = 0; x < width; ++x) out[x + 1] = total = total + sums[x];
         }
     });
-}
-
-Sum4 SummedAreaTable::Integral(TableInterval const& x, TableInterval const& y) const
-{
-    // Differences of entries come before any fraction: between whole entries they lose nothing.
-    auto const rows = [&](int from, int to) {
-        Sum4 const *const low = Row(from), *const high = Row(to);
-        auto const columns = [&](int left, int right) {
-            return (high[right] - low[right]) - (high[left] - low[left]);
-        };
-        return columns(x.first, x.last) + x.lastFraction * columns(x.last, x.last + 1) -
-               x.firstFraction * columns(x.first, x.first + 1);
-    };
-    return rows(y.first, y.last) + y.lastFraction * rows(y.last, y.last + 1) -
-           y.firstFraction * rows(y.first, y.first + 1);
 }
 
 void Image::UseSAT()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 
 #include "host/image/Image.h"
@@ -11,10 +12,19 @@ namespace ombrelune {
 /// interval starts and ends. A fraction outside 0 to 1 continues the cell's pixel, which is how the edge
 /// pixel is repeated; an interval may run backwards and then counts negative.
 struct TableInterval {
-    TableInterval(double from, double to, int size);
+    TableInterval(double from, double to, int size)
+        : first(Cell(from, size)), last(Cell(to, size)), firstFraction(from - first), lastFraction(to - last)
+    {}
 
     int first, last;
     double firstFraction, lastFraction;
+
+private:
+    static int Cell(double place, int size)
+    {
+        // Truncation is enough for a floor: all that lies below 0 ends at 0.
+        return std::clamp(static_cast<int>(place), 0, size - 1);
+    }
 };
 
 /// Integral of a picture from its lower left corner, for the mean of any rectangle at a constant price.
@@ -40,5 +50,20 @@ private:
     PooledBuffer entries_; // (width + 1) x (height + 1), the first row and column 0
     std::ptrdiff_t stride_ = 0;
 };
+
+inline Sum4 SummedAreaTable::Integral(TableInterval const& x, TableInterval const& y) const
+{
+    // Differences of entries come before any fraction: between whole entries they lose nothing.
+    auto const rows = [&](int from, int to) {
+        Sum4 const *const low = Row(from), *const high = Row(to);
+        auto const columns = [&](int left, int right) {
+            return (high[right] - low[right]) - (high[left] - low[left]);
+        };
+        return columns(x.first, x.last) + x.lastFraction * columns(x.last, x.last + 1) -
+               x.firstFraction * columns(x.first, x.first + 1);
+    };
+    return rows(y.first, y.last) + y.lastFraction * rows(y.last, y.last + 1) -
+           y.firstFraction * rows(y.first, y.first + 1);
+}
 
 } // namespace ombrelune

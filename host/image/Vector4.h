@@ -79,4 +79,23 @@ struct Sum4 {
     friend Sum4 operator*(double factor, Sum4 a) { return {factor * a.low, factor * a.high}; }
 };
 
+inline Sum4 ToSum4(Float4 v)
+{
+#ifdef __SSE2__
+    return {_mm_cvtps_pd(v), _mm_cvtps_pd(_mm_movehl_ps(v, v))};
+#else
+    return {{v[0], v[1]}, {v[2], v[3]}};
+#endif
+}
+
+inline Float4 ToFloat4(Sum4 sum)
+{
+#ifdef __SSE2__
+    return _mm_movelh_ps(_mm_cvtpd_ps(sum.low), _mm_cvtpd_ps(sum.high));
+#else
+    return Float4{static_cast<float>(sum[0]), static_cast<float>(sum[1]), static_cast<float>(sum[2]),
+                  static_cast<float>(sum[3])};
+#endif
+}
+
 } // namespace ombrelune
