@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cmath>
+#include <utility>
+
+namespace ombrelune {
+
+template <class T> void KSwap(T& a, T& b) { std::swap(a, b); }
+
+/// Real roots of a x^2 + b x + c, the one with the added root first; false when there is none. a is not 0.
+inline bool SolveQuadratic(float a, float b, float c, float& x1, float& x2)
+{
+    float const discriminant = b * b - 4.0F * a * c;
+    if (discriminant < 0.0F) return false;
+    float const root = std::sqrt(discriminant);
+    x1 = (-b + root) / (2.0F * a);
+    x2 = (-b - root) / (2.0F * a);
+    return true;
+}
+
+} // namespace ombrelune
