@@ -133,8 +133,10 @@ public:
     void CSConvertTagList(ColorSpaceType from, ColorSpaceType to, TagList const& tags);
     void Fill(Pixel const& pixel);
     void Clear();
-    /// Maps `low` to 0 and `high` to 1 in the channels whose flag is not 0.
-    void DoLevels(double low, double high, int red, int green, int blue, int alpha);
+    /// Levels of a matte, in host channels `first` to `last` (0 blue to 3 alpha): `low` and `high`, 0 to
+    /// 65535, become 0 and 1, with limits; `contract` above 0 lets soft parts grow (1: all that is not black
+    /// becomes white), below 0 shrink (-1: all that is not white becomes black); then gamma.
+    void DoLevels(double contract, double gamma, int low, int high, int first, int last);
 
     /// Makes the table for area sampling; does nothing when there is one. Writing to the picture afterwards
     /// leaves the table behind, so call it on pictures that are finished. Thread-safe.

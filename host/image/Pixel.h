@@ -11,6 +11,7 @@ enum HostChannel {
     kChannelGreen = 1,
     kChannelRed = 2,
     kChannelAlpha = 3,
+    kChannelZ = 4, ///< distance from the camera
     kChannelVelocityX = 21,
     kChannelVelocityY = 22,
     kChannelLast = 62,
@@ -57,8 +58,16 @@ public:
         aux_[channel - 4] = value;
     }
     void DropAux() { held_ = 0; }
+    /// Takes over the auxiliary words of a record of either kind.
+    template <class Other> void CopyAux(PixelRecord<Other> const& other)
+    {
+        held_ = other.held_;
+        if (held_) std::memcpy(aux_, other.aux_, sizeof aux_);
+    }
 
 private:
+    template <class> friend class PixelRecord;
+
     float aux_[59];
     std::uint32_t held_; // 1 while the auxiliary words mean something
 };

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/graph/FusionDoc.h"
+#include "host/value/Problem.h"
+
+namespace ombrelune::app {
+
+/// What the program ends with.
+enum ExitStatus {
+    kDone = 0,
+    kFrameFailed = 1, ///< some frame could not be made
+    kWrongInput = 2,  ///< the command or the flow is wrong
+    kFileProblem = 3, ///< a file cannot be read or written
+};
+
+/// Prints "ombrelune: ..." on the error stream.
+void Complain(std::string const& text);
+void Warn(std::string const& text);
+ExitStatus Complain(Problem const& problem);
+
+/// Loads the bundle: the file given, or Ombrelune.plugin beside the program.
+std::optional<Problem> LoadBundle(std::string const& path);
+
+/// Class of an operator by "BF_Invert", "Brassfennel.BF_Invert" or "Loader", in any case of letters;
+/// complains and returns null when there is none.
+Registry const* FindTool(std::string const& name);
+/// "BF_Invert": what FindTool takes and the other commands print.
+std::string ClassName(Registry const& registry);
+
+struct ToolsOptions {
+    std::string category;
+    bool builtIn = false;
+    bool json = false;
+};
+ExitStatus Tools(ToolsOptions const& options);
+
+struct DescribeOptions {
+    std::string tool;
+    bool json = false;
+};
+ExitStatus Describe(DescribeOptions const& options);
+
+struct ApplyOptions {
+    std::string tool;
+    std::vector<std::string> in;  ///< [Input=]FILE
+    std::vector<std::string> set; ///< Input=VALUE
+    std::string out;
+    bool quick = false;
+};
+ExitStatus Apply(ApplyOptions const& options);
+
+struct RenderOptions {
+    std::string flow;
+    std::string frames;
+    std::vector<std::string> set; ///< Tool.Input=VALUE
+    std::vector<std::string> out; ///< Tool=PATTERN
+    int proxy = 1;
+    bool quick = false;
+    bool stopOnError = false;
+};
+ExitStatus Render(RenderOptions const& options);
+
+/// Sets an input as an artist would; complains when the text "Input=VALUE" does not fit.
+bool SetFromText(Operator& op, std::string const& assignment);
+
+/// "; did you mean 'x'?", or nothing.
+std::string DidYouMean(std::string const& name, std::vector<std::string> const& known);
+
+} // namespace ombrelune::app

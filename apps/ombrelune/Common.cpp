@@ -1,0 +1,101 @@
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+
+#include <dlfcn.h>
+#include <fmt/format.h>
+
+#include "apps/ombrelune/Commands.h"
+#include "host/builtin/Builtin.h"
+#include "host/flow/InputValue.h"
+#include "host/value/NearestName.h"
+
+namespace ombrelune::app {
+
+namespace {
+
+constexpr std::string_view kMaker = "Brassfennel.";
+
+std::string Lower(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
+    return text;
+}
+
+} // namespace
+
+void Complain(std::string const& text) { fmt::print(stderr, "ombrelune: {}\n", text); }
+void Warn(std::string const& text) { Complain("warning: " + text); }
+
+ExitStatus Complain(Problem const& problem)
+{
+    Complain(problem.Format());
+    return problem.isFile ? kFileProblem : kWrongInput;
+}
+
+std::optional<Problem> LoadBundle(std::string const& path)
+{
+    std::string file = path;
+    if (file.empty()) {
+        std::error_code error;
+        file = std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "Ombrelune.plugin";
+    }
+    // Stays loaded: its registrations are wanted until the program ends.
+    if (dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) return std::nullopt;
+    char const* const reason = dlerror();
+    return Problem{
+        .file = file, .text = fmt::format("the bundle cannot be loaded: {}", reason), .isFile = true};
+}
+
+std::string ClassName(Registry const& registry)
+{
+    std::string const& id = registry.Id().Text();
+    return id.starts_with(kMaker) ? id.substr(kMaker.size()) : id;
+}
+
+Registry const* FindTool(std::string const& name)
+{
+    std::string wanted = Lower(name);
+    if (wanted.starts_with(Lower(std::string(kMaker)))) wanted.erase(0, kMaker.size());
+    std::vector<std::string> known;
+    for (Registry const* registry : Operator::AllOperators()) {
+        known.push_back(ClassName(*registry));
+        if (Lower(known.back()) == wanted) return registry;
+    }
+    Complain(fmt::format("there is no tool {}{}; 'ombrelune tools' lists them", Quoted(name),
+                         DidYouMean(name, known)));
+    return nullptr;
+}
+
+std::string DidYouMean(std::string const& name, std::vector<std::string> const& known)
+{
+    std::string const near = NearestName(name, known);
+    return near.empty() ? "" : fmt::format("; did you mean '{}'?", near);
+}
+
+bool SetFromText(Operator& op, std::string const& assignment)
+{
+    auto const equals = assignment.find('=');
+    if (equals == std::string::npos) {
+        Complain(fmt::format("--set {}: write Input=VALUE", Quoted(assignment)));
+        return false;
+    }
+    std::string const id = assignment.substr(0, equals);
+    Input* const input = op.FindInput(id);
+    if (!input) {
+        std::vector<std::string> known;
+        for (auto const& each : op.Inputs()) known.push_back(each->Id().Text());
+        Complain(fmt::format("no input {} on {}{}", Quoted(id), op.Name(), DidYouMean(id, known)));
+        return false;
+    }
+    InputValue const read = ValueFromText(*input, std::string_view(assignment).substr(equals + 1));
+    if (read.problem) {
+        Complain(*read.problem);
+        return false;
+    }
+    input->ConnectTo(nullptr);
+    input->SetSource(read.value.Get(), op.Document()->GetCurrentTime(), nullptr);
+    return true;
+}
+
+} // namespace ombrelune::app

@@ -1,0 +1,75 @@
+// The command line: parses the arguments, loads the bundle as any host would, runs one command.
+
+#include <CLI/CLI.hpp>
+
+#include "apps/ombrelune/Commands.h"
+#include "host/value/Parallel.h"
+
+namespace ombrelune::app {
+namespace {
+
+int Main(int argc, char** argv)
+{
+    CLI::App program("Creative compositing tools, without a viewer: renders flows and applies single tools.",
+                     "ombrelune");
+    program.require_subcommand(1);
+    program.fallthrough();
+    std::string bundle;
+    int threads = 0;
+    program.add_option("--plugin", bundle,
+                       "bundle to load instead of the Ombrelune.plugin beside the program");
+    program.add_option("--threads", threads, "worker threads; 0 takes one per core")
+        ->check(CLI::Range(0, 1024));
+
+    RenderOptions render;
+    CLI::App* const renderCommand = program.add_subcommand("render", "render frames of a flow");
+    renderCommand->add_option("FLOW", render.flow, "flow to render")->required();
+    renderCommand->add_option("--frames", render.frames,
+                              "5, 1-10, 1-10x2,30; --frames=-5--1 for negative ones");
+    renderCommand->add_option("--set", render.set, "Tool.Input=VALUE, instead of what the flow says")
+        ->take_all();
+    renderCommand->add_option("--out", render.out, "Tool=PATTERN: write this tool's picture too")->take_all();
+    renderCommand->add_option("--proxy", render.proxy, "make pictures smaller by this factor")
+        ->check(CLI::Range(1, 1024));
+    renderCommand->add_flag("--quick", render.quick, "as while dragging: cheap filtering");
+    renderCommand->add_flag("--stop-on-error", render.stopOnError, "end at the first frame that fails");
+
+    ApplyOptions apply;
+    CLI::App* const applyCommand = program.add_subcommand("apply", "apply one tool to files");
+    applyCommand->add_option("TOOL", apply.tool, "tool, such as BF_Invert")->required();
+    applyCommand->add_option("--in", apply.in, "[Input=]FILE; without an input the main inputs in order")
+        ->take_all();
+    applyCommand->add_option("--set", apply.set, "Input=VALUE: a number, true, a button's name, x,y, a text")
+        ->take_all();
+    applyCommand->add_option("--out", apply.out, "file to write")->required();
+    applyCommand->add_flag("--quick", apply.quick, "as while dragging: cheap filtering");
+
+    ToolsOptions tools;
+    CLI::App* const toolsCommand = program.add_subcommand("tools", "list the tools of the bundle");
+    toolsCommand->add_option("--category", tools.category, "only categories that contain this text");
+    toolsCommand->add_flag("--built-in", tools.builtIn, "list the host's own operators instead");
+    toolsCommand->add_flag("--json", tools.json, "for programs");
+
+    DescribeOptions describe;
+    CLI::App* const describeCommand = program.add_subcommand("describe", "inputs and outputs of a tool");
+    describeCommand->add_option("TOOL", describe.tool, "tool, such as BF_Invert")->required();
+    describeCommand->add_flag("--json", describe.json, "for programs");
+
+    try {
+        program.parse(argc, argv);
+    } catch (CLI::ParseError const& error) {
+        return program.exit(error) == 0 ? kDone : kWrongInput;
+    }
+
+    SetThreadCount(threads);
+    if (auto problem = LoadBundle(bundle)) return Complain(*problem);
+    if (renderCommand->parsed()) return Render(render);
+    if (applyCommand->parsed()) return Apply(apply);
+    if (toolsCommand->parsed()) return Tools(tools);
+    return Describe(describe);
+}
+
+} // namespace
+} // namespace ombrelune::app
+
+int main(int argc, char** argv) { return ombrelune::app::Main(argc, argv); }

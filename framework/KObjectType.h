@@ -1,0 +1,28 @@
+#pragma once
+
+#include "framework/KParameter.h"
+
+namespace ombrelune {
+
+/// How the bridge handles values of a class that is declared further up, such as shapes and regions. The
+/// subsystem that owns the class registers one with a static KObjectTypeRegistration.
+struct KObjectType {
+    KParameterType type;
+    /// Data type of inputs and outputs, an id like "Brassfennel.BF_ShapeParameter".
+    char const* dataType;
+    /// Copy of the object inside a host value for the effect, which takes it over. The value may be null or
+    /// hold nothing; what an effect gets then is the class's own choice.
+    void* (*copyForEffect)(Parameter* value);
+    /// New host value that owns the object, which may be null.
+    Parameter* (*wrap)(void* object);
+};
+
+/// Null when no subsystem has registered the type.
+KObjectType const* FindObjectType(KParameterType type);
+
+class KObjectTypeRegistration {
+public:
+    explicit KObjectTypeRegistration(KObjectType const& type);
+};
+
+} // namespace ombrelune

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/graph/FusionDoc.h"
+#include "host/value/Problem.h"
+#include "host/value/ScriptVal.h"
+
+namespace ombrelune {
+
+/// A document read from a flow, with everything that is wrong with it. The document is there only when there
+/// is no problem; a warning tells what was read otherwise than written.
+struct FlowReading {
+    std::unique_ptr<FusionDoc> document;
+    std::vector<Problem> problems; ///< every one that was found, by line
+    std::vector<Problem> warnings;
+};
+
+/// Reads a flow file: Composition { ... } or a bare table with Tools.
+FlowReading ReadFlow(std::string const& path);
+
+/// Builds the document of a parsed flow. The file is for messages and relative paths.
+FlowReading BuildDocument(ScriptVal const& flow, std::string const& file);
+
+} // namespace ombrelune

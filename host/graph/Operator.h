@@ -1,0 +1,135 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/graph/Input.h"
+#include "host/graph/Output.h"
+#include "host/graph/Registry.h"
+#include "host/graph/Request.h"
+
+namespace ombrelune {
+
+class FusionDoc;
+
+/// What a render job tells every operator before its first frame.
+struct RenderMessage {
+    double start = 0.0, end = 0.0;
+    RenderQuality quality;
+};
+
+/// A node of a document. A class of operators derives from this and is registered with a function that makes
+/// one.
+class Operator {
+public:
+    Operator(Registry const* registry, ScriptVal const& settings, TagList const& tags);
+    virtual ~Operator();
+    Operator(Operator const&) = delete;
+    Operator& operator=(Operator const&) = delete;
+
+    virtual unsigned SizeOf() const { return sizeof(Operator); }
+
+    /// Called while a request is gathered, once for each priority below 0: the place to ask for other frames.
+    virtual void CheckRequest(Request*) {}
+    /// Makes the results of a gathered request.
+    virtual void Process(Request*) {}
+    /// A pass that tells what a request would need, before anything is computed.
+    virtual void PreCalcProcess(Request*) {}
+    /// An input was changed by the user or by the operator itself.
+    virtual void NotifyChanged(Input*, Parameter*, double /*time*/, TagList*) {}
+    virtual void OnStartRender(RenderMessage*) {}
+
+    /// New input. An id that is taken gets "_1", "_2" and so on, in order of declaration.
+    Input* AddInputTagList(FuID name, FuID id, TagList const& tags);
+    Output* AddOutputTagList(FuID name, FuID id, TagList const& tags);
+    /// Opens a page for the inputs that follow; Page_Label overrules the label.
+    void AddControlPageTagList(char const* label, TagList const& tags);
+    /// Opens a group of inputs; the bool tells whether it starts closed. Returns the input that stands for
+    /// the group, 1 while it is open.
+    Input* BeginControlNest(std::string const& name, FuID id, bool closed);
+    void EndControlNest();
+    /// Lets the operator be passed through: it then hands its first main input to its first output.
+    void AddIdentityInput() { hasIdentity_ = true; }
+    bool HasIdentity() const { return hasIdentity_; }
+
+    FusionDoc* Document() const { return document_; }
+    Registry const* Registration() const { return registry_; }
+    std::string const& Name() const { return name_; }
+    std::vector<std::unique_ptr<Input>> const& Inputs() const { return inputs_; }
+    std::vector<std::unique_ptr<Output>> const& Outputs() const { return outputs_; }
+    /// Null when there is none.
+    Input* FindInput(FuID id) const;
+    Output* FindOutput(FuID id) const;
+    /// Input or output of that main number; null when there is none.
+    Input* MainInput(int number) const;
+    Output* MainOutput(int number) const;
+
+    /// Functions for the registrations of operators: they keep the list that AllOperators gives.
+    static void RegInit(Registry const*);
+    static void RegCleanup(Registry const*);
+    /// Registered classes that can be made, in order of registration.
+    static std::vector<Registry const*> AllOperators();
+
+    bool passThrough = false;
+    int line = 0; ///< where the document declares it, 0 when it was made by the program
+
+private:
+    Registry const* registry_;
+    FusionDoc* document_;
+    std::string name_;
+    std::string page_;
+    std::vector<std::string> nests_;
+    std::vector<std::unique_ptr<Input>> inputs_;
+    std::vector<std::unique_ptr<Output>> outputs_;
+    bool hasIdentity_ = false;
+};
+
+/// An operator whose work is cut into chunks for the worker threads.
+class ThreadedOperator : public Operator {
+public:
+    using Operator::Operator;
+    unsigned SizeOf() const override { return sizeof(ThreadedOperator); }
+
+    virtual void ProcessChunk(Request*, int /*chunk*/) {}
+    /// Runs ProcessChunk for chunks 0 to chunks - 1 on the worker threads and returns when all are done.
+    void DoMultiProcess(Request* request, int chunks);
+};
+
+/// An operator that makes pictures from nothing. It has the inputs Width, Height and Process Mode, which
+/// stand at the document's frame format, and the image output.
+class SourceOperator : public ThreadedOperator {
+public:
+    SourceOperator(Registry const* registry, ScriptVal const& settings, TagList const& tags);
+    unsigned SizeOf() const override { return sizeof(SourceOperator); }
+
+    /// Reads how the frame is wanted into the members below.
+    void CheckRequest(Request* request) override;
+
+    bool WantsFields(Request const& request) const;
+
+    int fieldCount = 0;  ///< 0 for full frames, 2 for fields
+    int fieldNumber = 0; ///< 0 the rows 0, 2, 4 ... from the bottom, 1 the rows between
+    int proxyScale = 1;
+    double xAspect = 1.0, yAspect = 1.0;
+
+    Input* widthInput = nullptr;
+    Input* heightInput = nullptr;
+    Input* processModeInput = nullptr;
+    Output* imageOutput = nullptr;
+};
+
+/// An operator that makes a mask of the document's frame size: one level all over, which derived classes
+/// shape.
+class MaskOperator : public ThreadedOperator {
+public:
+    MaskOperator(Registry const* registry, ScriptVal const& settings, TagList const& tags);
+    unsigned SizeOf() const override { return sizeof(MaskOperator); }
+
+    void Process(Request* request) override;
+
+    Input* levelInput = nullptr;
+    Output* maskOutput = nullptr;
+};
+
+} // namespace ombrelune

@@ -1,0 +1,50 @@
+#include "host/graph/Request.h"
+
+#include "host/graph/Operator.h"
+
+namespace ombrelune {
+
+Request::Request(Operator& op, double time, RenderQuality const& quality)
+    : op_(&op), time_(time), quality_(quality), slots_(op.Inputs().size()), results_(op.Outputs().size())
+{}
+
+Request::Slot& Request::SlotOf(Input const& input, int slot)
+{
+    auto& slots = slots_[static_cast<std::size_t>(input.Index())];
+    while (slots.size() <= static_cast<std::size_t>(slot)) slots.push_back({.value = nullptr, .time = time_});
+    return slots[static_cast<std::size_t>(slot)];
+}
+
+void Request::SetInputData(Input* input, Parameter* value, int slot)
+{
+    SlotOf(*input, slot) = {.value = Ref<Parameter>::Share(value), .time = time_, .given = true};
+}
+
+void Request::SetInputTime(Input* input, double time, int slot)
+{
+    SlotOf(*input, slot) = {.value = nullptr, .time = time, .given = false};
+}
+
+Parameter* Request::InputData(Input const& input, int slot) const
+{
+    auto const& slots = slots_[static_cast<std::size_t>(input.Index())];
+    return static_cast<std::size_t>(slot) < slots.size() ? slots[static_cast<std::size_t>(slot)].value.Get()
+                                                         : nullptr;
+}
+
+void Request::Fail(std::string text)
+{
+    if (!failure_) failure_ = Problem{.text = std::move(text)};
+}
+
+void Request::FailFile(std::string text)
+{
+    if (!failure_) failure_ = Problem{.text = std::move(text), .isFile = true};
+}
+
+void Output::Set(Request* request, Parameter* value, TagList*)
+{
+    request->results_[static_cast<std::size_t>(index_)] = Ref<Parameter>::Adopt(value);
+}
+
+} // namespace ombrelune

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <limits>
+#include <optional>
+#include <vector>
+
+#include "host/graph/Input.h"
+#include "host/graph/Output.h"
+#include "host/value/Problem.h"
+
+namespace ombrelune {
+
+/// How a frame is wanted.
+struct RenderQuality {
+    int proxy = 1;      ///< pictures are made smaller by this factor
+    bool quick = false; ///< interactive: tools may take cheaper roads
+};
+
+/// One operator's work at one time: what its inputs gave, what it hands over. Lives on one thread of the
+/// renderer.
+class Request {
+public:
+    static constexpr int kBeforeImages = -1; ///< GetPri() while inputs of priority -1 are not there yet
+    static constexpr int kComplete = std::numeric_limits<int>::min();
+
+    Request(Operator& op, double time, RenderQuality const& quality);
+
+    Operator& Op() const { return *op_; }
+    double GetTime() const { return time_; }
+    /// The priority that is about to be fetched; kComplete while the operator processes.
+    int GetPri() const { return priority_; }
+    bool IsQuick() const { return quality_.quick; }
+    RenderQuality const& Quality() const { return quality_; }
+    /// 0 for full frames, else 2; FieldNumber() is 0 or 1 then.
+    int FieldCount() const { return fieldCount_; }
+    int FieldNumber() const { return fieldNumber_; }
+
+    /// Gives a slot its value, so that nothing is fetched for it; null leaves the slot empty. Shares the
+    /// value.
+    void SetInputData(Input* input, Parameter* value, int slot);
+    /// Fetches the input at another time into the slot.
+    void SetInputTime(Input* input, double time, int slot);
+
+    Parameter* InputData(Input const& input, int slot) const;
+    Parameter* Result(Output const& output) const { return results_[output.Index()].Get(); }
+
+    /// Reports that the frame cannot be made; the first report counts. FailFile lays it to a file.
+    void Fail(std::string text);
+    void FailFile(std::string text);
+    std::optional<Problem> const& Failure() const { return failure_; }
+
+private:
+    friend class Output;
+    friend class Renderer;
+
+    struct Slot {
+        Ref<Parameter> value;
+        double time = 0.0;
+        bool given = false;
+    };
+    Slot& SlotOf(Input const& input, int slot);
+
+    Operator* op_;
+    double time_;
+    RenderQuality quality_;
+    int priority_ = 0;
+    int fieldCount_ = 0, fieldNumber_ = 0;
+    std::vector<std::vector<Slot>> slots_; // by input index
+    std::vector<Ref<Parameter>> results_;  // by output index
+    std::optional<Problem> failure_;
+};
+
+} // namespace ombrelune

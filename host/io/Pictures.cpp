@@ -1,0 +1,139 @@
+#include "host/io/Pictures.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include <dlfcn.h>
+#include <fmt/format.h>
+
+#include "host/io/AtomicFile.h"
+#include "host/io/PictureModule.h"
+#include "host/value/NearestName.h"
+
+namespace ombrelune {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Loaded {
+    PictureModule const* module = nullptr;
+    std::optional<Problem> problem;
+};
+
+/// The module that lies beside this library; it is loaded on first use and stays.
+Loaded LoadModule()
+{
+    Dl_info self{};
+    dladdr(reinterpret_cast<void const*>(&LoadModule), &self);
+    std::string const file =
+        (fs::path(self.dli_fname ? self.dli_fname : "").parent_path() / kPictureModuleFile).string();
+    void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const entry = library ? dlsym(library, kPictureModuleEntry) : nullptr;
+    if (!entry) {
+        char const* const reason = dlerror();
+        return {nullptr, Problem{file, 0,
+                                 fmt::format("the picture library cannot be loaded: {}",
+                                             reason ? reason : "it is not one of ours")}};
+    }
+    return {reinterpret_cast<PictureModule const* (*)()>(entry)(), {}};
+}
+
+Loaded const& Module()
+{
+    static Loaded const loaded = LoadModule();
+    return loaded;
+}
+
+/// ", did you mean 'x'?" for a file that is not there but has a near neighbour.
+std::string NearestFile(fs::path const& path)
+{
+    std::vector<std::string> names;
+    std::error_code error;
+    fs::path const folder = path.has_parent_path() ? path.parent_path() : ".";
+    for (fs::directory_iterator it(folder, error), end; !error && it != end && names.size() < 10000;
+         it.increment(error))
+        names.push_back(it->path().filename().string());
+    std::sort(names.begin(), names.end());
+    std::string const nearest = NearestName(path.filename().string(), names);
+    return nearest.empty() ? "" : fmt::format("; did you mean {}?", Quoted(nearest));
+}
+
+struct Recognised {
+    PictureFormat format = {};
+    std::optional<Problem> problem;
+};
+
+/// Kind of a file that is there to be read; finds what is plainly wrong before the library sees it.
+Recognised Recognise(std::string const& path)
+{
+    auto const wrong = [&](std::string text) { return Recognised{{}, Problem{path, 0, std::move(text)}}; };
+    if (path.find('\0') != std::string::npos) return wrong("a file name cannot hold a zero byte");
+    std::error_code error;
+    auto const status = fs::status(path, error);
+    if (!fs::exists(status)) {
+        if (status.type() != fs::file_type::not_found) return wrong("cannot be read: " + error.message());
+        return wrong("there is no such file" + NearestFile(path));
+    }
+    if (fs::is_directory(status)) return wrong("is a folder; give the name of a picture");
+    if (!fs::is_regular_file(status)) return wrong("is no regular file");
+
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path.c_str(), "rb"), &std::fclose);
+    if (!file) return wrong("cannot be read: " + std::generic_category().message(errno));
+    std::array<char, 8> start{};
+    std::size_t const length = std::fread(start.data(), 1, start.size(), file.get());
+    if (length == 0) return wrong("is empty; was it cut off, or is it still being written?");
+    auto const format = FormatOfBytes({start.data(), length});
+    if (!format) return wrong(fmt::format("is no picture of a known kind ({})", KnownFormats()));
+    return {*format, {}};
+}
+
+ReadResult MakeProxy(std::string const& path, Image const& full, int proxy)
+{
+    Ref<Image> small =
+        full.ResizeOfImage(std::max(1, full.Width() / proxy), std::max(1, full.Height() / proxy));
+    if (!small) return {nullptr, Problem{path, 0, "there is not enough memory for the proxy"}};
+    small->attributes.Set({Img_OriginalWidth, full.Width()}).Set({Img_OriginalHeight, full.Height()});
+    return {std::move(small), {}};
+}
+
+} // namespace
+
+ReadResult ReadPicture(std::string const& path, ReadOptions const& options)
+{
+    Recognised const recognised = Recognise(path);
+    if (recognised.problem) return {nullptr, recognised.problem};
+    Loaded const& loaded = Module();
+    if (loaded.problem) return {nullptr, loaded.problem};
+    ReadResult result = loaded.module->read(path, recognised.format);
+    if (result.image && options.proxy > 1) return MakeProxy(path, *result.image, options.proxy);
+    return result;
+}
+
+std::optional<Problem> WritePicture(Image const& image, std::string const& path, WriteOptions const& options)
+{
+    auto const format = FormatOfPath(path);
+    if (!format) {
+        std::string const extension = fs::path(path).extension().string();
+        return Problem{path, 0,
+                       fmt::format("{}; known are {}",
+                                   extension.empty() ? "the name has no extension"
+                                                     : "unknown extension " + Quoted(extension),
+                                   KnownExtensions())};
+    }
+    Loaded const& loaded = Module();
+    if (loaded.problem) return loaded.problem;
+    AtomicFile file(path);
+    if (auto problem = file.Open()) return problem;
+    std::string const wrong = loaded.module->write(image, *format, file.Stream(), options);
+    // A full disk makes the library fail in its own words; the file's own state is the better message.
+    if (!wrong.empty() && !std::ferror(file.Stream())) return Problem{path, 0, wrong};
+    return file.Commit();
+}
+
+} // namespace ombrelune

@@ -1,0 +1,153 @@
+// Threshold: compares a channel with a threshold and gives a step, a soft ramp, or a ramp that repeats; the
+// result is written to all four channels, alpha included.
+
+#include <cmath>
+
+#include "framework/Registration.h"
+
+namespace ombrelune {
+
+namespace {
+
+enum TestedChannel { kTestLuminance = 4, kTestEach = 5 };
+
+/// v in 0 to 2, mirrored at 1.
+float PingPong(float v)
+{
+    float const folded = std::fmod(v, 2.0F);
+    return folded > 1.0F ? 2.0F - folded : folded;
+}
+
+/// What a ramp of so many repeats ends at, and holds above the threshold.
+float EndValue(float repeat, bool pingPong)
+{
+    if (pingPong) return PingPong(repeat);
+    float const end = std::fmod(repeat, 1.0F);
+    return end == 0.0F && repeat > 0.0F ? 1.0F : end;
+}
+
+} // namespace
+
+class KEffectThreshold : public KEffectColor {
+public:
+    static char const* Name(KProcessNameType kind)
+    {
+        return NameOf(kind, "Thr", "Threshold", "Clips the color in reference to the threshold");
+    }
+
+    KEffectThreshold()
+    {
+        // clang-format off
+        parameters.AddChapter("Threshold");
+        parameters.AddButtons(&channel, 4, "Channel used as threshold", "ThCh"_id, 0,
+                              {"Red", "Green", "Blue", "Alpha", "Lumin.", "Each"});
+        parameters.AddCheckbox(&invert, false, "Invert", "Inve"_id, 0);
+
+        parameters.AddCheckbox(&lockThreshold, true, "Lock threshold for all color channels", "ThLo"_id, KF_AffectInputs);
+        parameters.AddSlider(&red.threshold,   0.5F, "Threshold",       "ThRe"_id, 0,         0.0, 1.0);
+        parameters.AddSlider(&green.threshold, 0.5F, "Threshold Green", "ThGr"_id, KF_Hidden, 0.0, 1.0);
+        parameters.AddSlider(&blue.threshold,  0.5F, "Threshold Blue",  "ThBl"_id, KF_Hidden, 0.0, 1.0);
+        parameters.AddSlider(&alpha.threshold, 0.5F, "Threshold Alpha", "ThAl"_id, KF_Hidden, 0.0, 1.0);
+
+        parameters.AddCheckbox(&lockSoftness, true, "Lock Softness for all color channels", "SoLo"_id, KF_AffectInputs);
+        parameters.AddSlider(&red.softness,   0.0F, "Softness",       "SoRe"_id, KF_SoftMax,             0.0, 1.0);
+        parameters.AddSlider(&green.softness, 0.0F, "Softness Green", "SoGr"_id, KF_SoftMax | KF_Hidden, 0.0, 1.0);
+        parameters.AddSlider(&blue.softness,  0.0F, "Softness Blue",  "SoBl"_id, KF_SoftMax | KF_Hidden, 0.0, 1.0);
+        parameters.AddSlider(&alpha.softness, 0.0F, "Softness Alpha", "SoAl"_id, KF_SoftMax | KF_Hidden, 0.0, 1.0);
+
+        parameters.AddCheckbox(&lockRepeat, true, "Lock Repeat for all color channels", "ReLo"_id, KF_AffectInputs);
+        parameters.AddSlider  (&red.repeat,     1.0F, "Repeat",          "ReRe"_id, KF_SoftMax,             0.0, 5.0);
+        parameters.AddCheckbox(&red.pingPong,   true, "Ping-pong",       "RePR"_id, 0);
+        parameters.AddSlider  (&green.repeat,   1.0F, "Repeat Green",    "ReGr"_id, KF_SoftMax | KF_Hidden, 0.0, 5.0);
+        parameters.AddCheckbox(&green.pingPong, true, "Ping-pong Green", "RePG"_id, KF_Hidden);
+        parameters.AddSlider  (&blue.repeat,    1.0F, "Repeat Blue",     "ReBl"_id, KF_SoftMax | KF_Hidden, 0.0, 5.0);
+        parameters.AddCheckbox(&blue.pingPong,  true, "Ping-pong Blue",  "RePB"_id, KF_Hidden);
+        parameters.AddSlider  (&alpha.repeat,   1.0F, "Repeat Alpha",    "ReAl"_id, KF_SoftMax | KF_Hidden, 0.0, 5.0);
+        parameters.AddCheckbox(&alpha.pingPong, true, "Ping-pong Alpha", "RePA"_id, KF_Hidden);
+        // clang-format on
+    }
+
+    KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value) override
+    {
+        auto* messages = new KMessageList;
+        auto const showUnlessLocked = [&](std::initializer_list<std::uint32_t> targets) {
+            for (std::uint32_t target : targets) messages->Show(target, value.intValue == 0);
+        };
+        switch (id) {
+        case "ThLo"_id: showUnlessLocked({"ThGr"_id, "ThBl"_id, "ThAl"_id}); break;
+        case "SoLo"_id: showUnlessLocked({"SoGr"_id, "SoBl"_id, "SoAl"_id}); break;
+        case "ReLo"_id:
+            showUnlessLocked({"ReGr"_id, "ReBl"_id, "ReAl"_id, "RePG"_id, "RePB"_id, "RePA"_id});
+            break;
+        }
+        return messages;
+    }
+
+    bool Init(KImage* source) override
+    {
+        ramps[0] = MakeRamp(red);
+        ramps[1] = MakeRamp(green);
+        ramps[2] = MakeRamp(blue);
+        ramps[3] = MakeRamp(alpha);
+        return KEffectColor::Init(source);
+    }
+
+    KColor32 F(KColor32 const& c) override { return KColor32(F(KColor(c))); }
+    KColor F(KColor const& c) override
+    {
+        if (channel == kTestEach)
+            return {ramps[0].At(c.red), ramps[1].At(c.green), ramps[2].At(c.blue), ramps[3].At(c.alpha)};
+        float const v = channel == kTestLuminance ? c.Brightness() : c.GetChannel(channel);
+        return {ramps[0].At(v), ramps[1].At(v), ramps[2].At(v), ramps[3].At(v)};
+    }
+
+    struct Curve {
+        float threshold, softness, repeat;
+        bool pingPong;
+    };
+
+    int channel; // 0 to 3 that channel, 4 luminance, 5 each by itself
+    bool invert;
+    bool lockThreshold, lockSoftness, lockRepeat;
+    Curve red, green, blue, alpha; // the first stands for all where a lock is on
+
+private:
+    /// One channel's curve with all that is constant for a frame.
+    struct Ramp {
+        float low, high; // below it is 0, above it is the end value
+        float threshold, softness, halfSoftness, repeat, endValue;
+        bool pingPong, invert;
+
+        float At(float v) const
+        {
+            float const result = v <= low ? 0.0F : v >= high ? endValue : Between(v);
+            return invert ? 1.0F - result : result;
+        }
+        float Between(float v) const
+        {
+            float const t = repeat * (v - threshold + halfSoftness) / softness;
+            return pingPong ? PingPong(t) : std::fmod(t, 1.0F);
+        }
+    };
+
+    Ramp MakeRamp(Curve const& own) const
+    {
+        Ramp ramp;
+        ramp.threshold = lockThreshold ? red.threshold : own.threshold;
+        ramp.softness = lockSoftness ? red.softness : own.softness;
+        ramp.halfSoftness = ramp.softness * 0.5F;
+        ramp.low = ramp.threshold - ramp.halfSoftness;
+        ramp.high = ramp.threshold + ramp.halfSoftness;
+        ramp.repeat = lockRepeat ? red.repeat : own.repeat;
+        ramp.pingPong = lockRepeat ? red.pingPong : own.pingPong;
+        ramp.endValue = EndValue(ramp.repeat, ramp.pingPong);
+        ramp.invert = invert;
+        return ramp;
+    }
+
+    Ramp ramps[4];
+};
+
+OMBRELUNE_TOOL(BF_Threshold, BF_ThreadedOperator, KEffectThreshold);
+
+} // namespace ombrelune
