@@ -1,3 +1,5 @@
+#include "host/image/AreaSampler.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -7,7 +9,6 @@
 #include "host/image/PixPtr.h"
 #include "host/image/PixelCodec.h"
 #include "host/image/Sampler.h"
-#include "host/image/SummedAreaTable.h"
 
 namespace ombrelune {
 
@@ -180,62 +181,71 @@ template <EdgeModes Edges, class Record> void NearestAux(Image const& image, int
     PixPtr(const_cast<Image*>(&image), column, row).GetPixel(record); // the colour is overwritten
 }
 
-int Middle(int a, int b, int c, int d) { return static_cast<int>((std::int64_t{a} + b + c + d) >> 2); }
-
-/// A picture without a table gives the bilinear sample at the centre.
-template <EdgeModes Edges, class Record>
-void SampleArea(Image const& image, SummedAreaTable const* table, std::array<int, 4> const& x,
-                std::array<int, 4> const& y, Record& record)
+int Middle(std::array<int, 4> const& places)
 {
-    int const middleX = Middle(x[0], x[1], x[2], x[3]), middleY = Middle(y[0], y[1], y[2], y[3]);
-    if (!table) return BilinearSampler<Record, Edges>(image)(middleX, middleY, record);
-    if (image.IsPlain()) record.DropAux();
-    else NearestAux<Edges>(image, middleX, middleY, record);
-
-    Sum4 const mean = MeanOver<Edges>(*table, image.Width(), image.Height(), Quad(x, y));
-    for (int i = 0; i < 4; ++i) {
-        double const value = mean[i];
-        if constexpr (std::is_same_v<Record, FltPixel>)
-            record.word[i] = static_cast<float>(image.IsFloat() ? value : value / 65535.0);
-        else
-            record.word[i] = image.IsFloat() ? IntFromFloat(static_cast<float>(value))
-                                             : static_cast<std::uint32_t>(std::max(value, 0.0) + 0.5);
-    }
+    return static_cast<int>((std::int64_t{places[0]} + places[1] + places[2] + places[3]) >> 2);
 }
 
 } // namespace
 
+template <class Record, EdgeModes Edges>
+void AreaSampler<Record, Edges>::operator()(std::array<int, 4> const& x, std::array<int, 4> const& y,
+                                            Record& record) const
+{
+    int const middleX = Middle(x), middleY = Middle(y);
+    if (!table_) return BilinearSampler<Record, Edges>(image_)(middleX, middleY, record);
+    if (image_.IsPlain()) record.DropAux();
+    else NearestAux<Edges>(image_, middleX, middleY, record);
+
+    Sum4 const mean = MeanOver<Edges>(*table_, image_.Width(), image_.Height(), Quad(x, y));
+    for (int i = 0; i < 4; ++i) {
+        double const value = mean[i];
+        if constexpr (std::is_same_v<Record, FltPixel>)
+            record.word[i] = static_cast<float>(image_.IsFloat() ? value : value / 65535.0);
+        else
+            record.word[i] = image_.IsFloat() ? IntFromFloat(static_cast<float>(value))
+                                              : static_cast<std::uint32_t>(std::max(value, 0.0) + 0.5);
+    }
+}
+
+template class AreaSampler<Pixel, kEdgeBlack>;
+template class AreaSampler<Pixel, kEdgeWrap>;
+template class AreaSampler<Pixel, kEdgeDuplicate>;
+template class AreaSampler<FltPixel, kEdgeBlack>;
+template class AreaSampler<FltPixel, kEdgeWrap>;
+template class AreaSampler<FltPixel, kEdgeDuplicate>;
+
 void Image::SampleAreaB(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, Pixel& record) const
 {
-    SampleArea<kEdgeBlack>(*this, sat_.get(), {x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
+    AreaSampler<Pixel, kEdgeBlack>(*this, sat_.get())({x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
 }
 
 void Image::SampleAreaW(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, Pixel& record) const
 {
-    SampleArea<kEdgeWrap>(*this, sat_.get(), {x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
+    AreaSampler<Pixel, kEdgeWrap>(*this, sat_.get())({x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
 }
 
 void Image::SampleAreaD(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, Pixel& record) const
 {
-    SampleArea<kEdgeDuplicate>(*this, sat_.get(), {x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
+    AreaSampler<Pixel, kEdgeDuplicate>(*this, sat_.get())({x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
 }
 
 void Image::SampleAreaB(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4,
                         FltPixel& record) const
 {
-    SampleArea<kEdgeBlack>(*this, sat_.get(), {x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
+    AreaSampler<FltPixel, kEdgeBlack>(*this, sat_.get())({x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
 }
 
 void Image::SampleAreaW(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4,
                         FltPixel& record) const
 {
-    SampleArea<kEdgeWrap>(*this, sat_.get(), {x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
+    AreaSampler<FltPixel, kEdgeWrap>(*this, sat_.get())({x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
 }
 
 void Image::SampleAreaD(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4,
                         FltPixel& record) const
 {
-    SampleArea<kEdgeDuplicate>(*this, sat_.get(), {x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
+    AreaSampler<FltPixel, kEdgeDuplicate>(*this, sat_.get())({x1, x2, x3, x4}, {y1, y2, y3, y4}, record);
 }
 
 } // namespace ombrelune

@@ -1,7 +1,7 @@
 #include "host/image/Image.h"
 
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <cstring>
 
 #include "host/image/PixPtr.h"
@@ -123,18 +123,24 @@ void Image::Clear()
     });
 }
 
-void Image::DoLevels(double low, double high, int red, int green, int blue, int alpha)
+void Image::DoLevels(double contract, double gamma, int low, int high, int first, int last)
 {
-    std::array<int, 4> const selected = {blue, green, red, alpha};
-    auto const offset = static_cast<float>(low);
-    auto const gain = static_cast<float>(high == low ? 0.0 : 1.0 / (high - low));
+    constexpr double kLeast = 1e-9; // keeps a range or a gamma of 0 a steep step
+    double const from = low / 65535.0, range = std::max((high - low) / 65535.0, kLeast);
+    double const shrink = std::clamp(-contract, 0.0, 1.0), grow = std::clamp(contract, 0.0, 1.0);
+    double const exponent = 1.0 / std::max(gamma, kLeast);
+    auto const level = [&](float word) {
+        double value = std::clamp((word - from) / range, 0.0, 1.0);
+        value = std::clamp((value - shrink) / std::max(1.0 - shrink - grow, kLeast), 0.0, 1.0);
+        return static_cast<float>(exponent == 1.0 ? value : std::pow(value, exponent));
+    };
     ParallelFor(height_, [&](int y) {
         PixPtr in(this, 0, y), out(this, 0, y);
         FltPixel pixel;
         for (int x = 0; x < width_; ++x) {
             pixel >>= in;
-            for (int i = 0; i < 4; ++i)
-                if (selected[i]) pixel.word[i] = (pixel.word[i] - offset) * gain;
+            for (int i = std::max(first, 0); i <= std::min(last, 3); ++i)
+                pixel.word[i] = level(pixel.word[i]);
             out >>= pixel;
         }
     });

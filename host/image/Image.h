@@ -123,7 +123,8 @@ public:
     /// edge pixels repeat. Auxiliary channels are copied. Null when memory is out.
     Ref<Image> BlurOfImageTagList(TagList const& tags) const;
     /// Copy moved so that the pivot (normalised, 0 to 1) lands on `x`, `y`, scaled and turned by `angle`
-    /// degrees counter-clockwise about it.
+    /// degrees counter-clockwise about it, in square units (XScale and YScale count). Bilinear where it
+    /// grows, area means where it shrinks; a scale of 0 gives black. Null when memory is out.
     Ref<Image> TransformOf(double x, double y, double pivotX, double pivotY, double scaleX, double scaleY,
                            double angle, EdgeModes edges) const;
 
@@ -132,15 +133,19 @@ public:
     void CSConvertTagList(ColorSpaceType from, ColorSpaceType to, TagList const& tags);
     void Fill(Pixel const& pixel);
     void Clear();
-    /// Maps `low` to 0 and `high` to 1 in the channels whose flag is not 0.
-    void DoLevels(double low, double high, int red, int green, int blue, int alpha);
+    /// Levels of a matte, in host channels `first` to `last` (0 blue to 3 alpha): `low` and `high`, 0 to
+    /// 65535, become 0 and 1, with limits; `contract` above 0 lets soft parts grow (1: all that is not black
+    /// becomes white), below 0 shrink (-1: all that is not white becomes black); then gamma.
+    void DoLevels(double contract, double gamma, int low, int high, int first, int last);
 
     /// Makes the table for area sampling; does nothing when there is one. Writing to the picture afterwards
     /// leaves the table behind, so call it on pictures that are finished. Thread-safe.
     void UseSAT();
 
-    /// Bilinear samples at a place in 16.16 pixels; beyond the picture black, wrapped or the edge pixel
-    /// repeated. Black leaves the auxiliary words of the record alone where the place is outside.
+    /// Bilinear samples at a place in 16.16 pixels, which reaches 32767 of them; pixel (x, y) lies at the
+    /// place (x, y). In a row loop bind a BilinearSampler instead, which is inlined. Beyond the picture
+    /// black, wrapped or the edge pixel repeated. Black leaves the auxiliary words of the record alone where
+    /// the place is outside.
     void SamplePixelB(int x, int y, Pixel& record) const;
     void SamplePixelW(int x, int y, Pixel& record) const;
     void SamplePixelD(int x, int y, Pixel& record) const;
@@ -148,7 +153,8 @@ public:
     void SamplePixelW(int x, int y, FltPixel& record) const;
     void SamplePixelD(int x, int y, FltPixel& record) const;
 
-    /// Mean over the quadrilateral of four corners in 16.16 pixels, in any order; needs UseSAT.
+    /// Mean over the convex quadrilateral of four corners in 16.16 pixels, in any order; pixel x covers x -
+    /// 0.5 to x + 0.5. Needs UseSAT, else it is the bilinear sample at the centre. See AreaSampler.
     void SampleAreaB(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, Pixel& record) const;
     void SampleAreaW(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, Pixel& record) const;
     void SampleAreaD(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4, Pixel& record) const;

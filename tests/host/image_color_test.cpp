@@ -104,7 +104,11 @@ TEST(ColorSpace, FromAnySpaceToAnyAndBackIsTheSamePicture)
 TEST(ColorSpace, ValuesBeyondTheNominalRangeComeBack)
 {
     Ref<Image> image = MakeNoise(50, 1, kDepthFloat);
-    image->DoLevels(0.2, 0.4, 1, 1, 1, 0); // -1 to 4
+    for (int x = 0; x < 50; ++x) {
+        auto pixel = At<FltPixel>(*image, x, 0);
+        for (int word = 0; word < 3; ++word) pixel.word[word] = pixel.word[word] * 5.0F - 1.0F;
+        PixPtr(image.Get(), x, 0).SetPixel(pixel);
+    }
     for (ColorSpaceType space : kSpaces) {
         if (space == kSpaceHLS) continue; // has no colour left at lightness 1
         Ref<Image> copy = image->CopyOfImage(false);
@@ -114,6 +118,33 @@ TEST(ColorSpace, ValuesBeyondTheNominalRangeComeBack)
             for (int word = 0; word < 3; ++word)
                 ASSERT_NEAR(At<FltPixel>(*copy, x, 0).word[word], At<FltPixel>(*image, x, 0).word[word], 1e-4)
                     << space;
+    }
+}
+
+TEST(Levels, RangeContractAndGammaOfTheNamedChannels)
+{
+    struct Case {
+        double contract, gamma;
+        int low, high;
+        float before;
+        double after;
+    };
+    Case const cases[] = {
+        {0.0, 1.0, 0, 65535, 0.3F, 0.3},   {0.0, 1.0, 13107, 39321, 0.3F, 0.25}, // 0.2 to 0.6
+        {0.0, 2.0, 0, 65535, 0.25F, 0.5},  {0.5, 1.0, 0, 65535, 0.3F, 0.6},
+        {0.5, 1.0, 0, 65535, 0.7F, 1.0},   {-0.5, 1.0, 0, 65535, 0.75F, 0.5},
+        {-0.5, 1.0, 0, 65535, 0.4F, 0.0},  {1.0, 1.0, 0, 65535, 0.01F, 1.0},
+        {-1.0, 1.0, 0, 65535, 0.99F, 0.0}, {0.0, 1.0, 30000, 30000, 0.9F, 1.0},
+    };
+    for (Case const& c : cases) {
+        Ref<Image> image = MakeImage(1, 1, kDepthFloat);
+        FltPixel pixel;
+        pixel.Clear();
+        pixel.red = pixel.alpha = c.before;
+        PixPtr(image.Get(), 0, 0).SetPixel(pixel);
+        image->DoLevels(c.contract, c.gamma, c.low, c.high, 3, 3);
+        EXPECT_NEAR(At<FltPixel>(*image, 0, 0).alpha, c.after, 1e-6) << c.contract << " " << c.gamma;
+        EXPECT_EQ(At<FltPixel>(*image, 0, 0).red, c.before);
     }
 }
 
