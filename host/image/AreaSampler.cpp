@@ -172,11 +172,14 @@ Sum4 MeanOver(SummedAreaTable const& table, int width, int height, Quad const& q
     return 1.0 / area * sum;
 }
 
+/// Pixel nearest to a place in 16.16.
+int Nearest(int place) { return (place >> 16) + (place >> 15 & 1); }
+
 /// Auxiliary channels of the pixel nearest to a place in 16.16; black leaves them alone outside.
 template <EdgeModes Edges, class Record> void NearestAux(Image const& image, int x, int y, Record& record)
 {
-    int const column = EdgeIndex<Edges>((x + 32768) >> 16, image.Width());
-    int const row = EdgeIndex<Edges>((y + 32768) >> 16, image.Height());
+    int const column = EdgeIndex<Edges>(Nearest(x), image.Width());
+    int const row = EdgeIndex<Edges>(Nearest(y), image.Height());
     if (column < 0 || row < 0) return;
     PixPtr(const_cast<Image*>(&image), column, row).GetPixel(record); // the colour is overwritten
 }

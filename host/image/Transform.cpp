@@ -70,7 +70,8 @@ Ref<Image> Image::TransformOf(double x, double y, double pivotX, double pivotY, 
 {
     Ref<Image> result = CopyOfImage(true);
     if (!result) return nullptr;
-    if (scaleX == 0.0 || scaleY == 0.0) {
+    constexpr double kLeastScale = 1e-9; // below this nothing is left, and places would not be numbers
+    if (std::abs(scaleX) < kLeastScale || std::abs(scaleY) < kLeastScale) {
         result->Clear();
         return result;
     }
