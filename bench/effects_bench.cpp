@@ -82,7 +82,7 @@ Prepare Frame(MakeEffect const& make, Check const& check, KProcessImageData cons
         std::shared_ptr<KEffect> const effect = make();
         auto* const image = dynamic_cast<KEffectImage*>(effect.get());
         if (!check(*source, *RunFrame(*image, *source, data))) return nullptr;
-        return [=] { RunFrame(*image, *source, data); };
+        return [image, source, data, owner = effect] { RunFrame(*image, *source, data); };
     };
 }
 
@@ -101,7 +101,7 @@ template <class... T> MakeEffect Tool(char const* name, Setting<T>... settings)
 {
     return [=] {
         auto effect = FindEffectFactory(name)->makeRowForm();
-        auto const set = [&]<class V>(Setting<V> const& setting) {
+        [[maybe_unused]] auto const set = [&]<class V>(Setting<V> const& setting) {
             for (KParameter* parameter : effect->parameters.template Each<KParameter>())
                 if (parameter->id[0] == setting.id) *static_cast<V*>(parameter->target) = setting.value;
         };

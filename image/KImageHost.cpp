@@ -6,9 +6,9 @@
 
 namespace ombrelune {
 
-void KImage::Levels(double low, double high, int red, int green, int blue, int alpha)
+void KImage::Levels(double contract, double gamma, int low, int high, int first, int last)
 {
-    image_->DoLevels(low, high, red, green, blue, alpha);
+    image_->DoLevels(contract, gamma, low, high, first, last);
 }
 
 void KImage::ConvertSpace(int from, int to)
