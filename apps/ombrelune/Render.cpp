@@ -95,6 +95,16 @@ public:
             if (op->Registration()->Id() == FuID("Saver") && !op->passThrough) savers_.push_back(op.get());
     }
 
+    /// A Saver without a place for the frame number, null when there is none.
+    Operator* SaverOfOneFile() const
+    {
+        for (Operator* saver : savers_) {
+            Ref<Parameter> const name = saver->FindInput("Filename")->Value();
+            auto const* text = dynamic_cast<Text const*>(name.Get());
+            if (text && !IsPattern(text->value)) return saver;
+        }
+        return nullptr;
+    }
     bool HasOutputs() const { return !savers_.empty() || !extras_.empty(); }
     void Start(int first, int last) { renderer_.Start(first, last); }
 
@@ -153,6 +163,11 @@ ExitStatus Render(RenderOptions const& options)
     }
     if (frames.size() > 1) {
         // Several frames into one file would leave the last one alone.
+        if (Operator const* saver = job.SaverOfOneFile()) {
+            Complain(fmt::format("{}.Filename has no place for the frame number: write #### or %04d",
+                                 saver->Name()));
+            return kWrongInput;
+        }
         for (std::string const& text : options.out) {
             if (IsPattern(text)) continue;
             Complain(

@@ -1,0 +1,354 @@
+// The built program on small flows and files: what it prints, what it ends with, which files there are
+// afterwards.
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "host/image/PixPtr.h"
+#include "host/io/Pictures.h"
+
+namespace ombrelune {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Slurp(fs::path const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+class Cli : public testing::Test {
+protected:
+    struct Ended {
+        int status;
+        std::string out, errors;
+    };
+
+    Cli() : folder(fs::temp_directory_path() / ("ombrelune_cli_" + std::to_string(getpid())))
+    {
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+    ~Cli() override { fs::remove_all(folder); }
+
+    /// Runs the program in the test's folder; the arguments are a line for the shell.
+    Ended Run(std::string const& arguments) const
+    {
+        std::string const line = "cd '" + folder.string() + "' && '" OMBRELUNE_PROGRAM "' " + arguments +
+                                 " >stdout.txt 2>stderr.txt";
+        int const status = std::system(line.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(folder / "stdout.txt"),
+                Slurp(folder / "stderr.txt")};
+    }
+
+    void Write(char const* name, std::string const& text) const { std::ofstream(folder / name) << text; }
+
+    /// A small picture of a smooth ramp.
+    void WriteRamp(char const* name, int depth, int width = 64, int height = 32) const
+    {
+        Ref<Image> image = NewImageTagList({{Img_Width, width}, {Img_Height, height}, {Img_Depth, depth}});
+        for (int y = 0; y < height; ++y) {
+            PixPtr row(image.Get(), 0, y);
+            for (int x = 0; x < width; ++x) {
+                FltPixel pixel;
+                pixel.red = static_cast<float>(x) / static_cast<float>(width - 1);
+                pixel.green = static_cast<float>(y) / static_cast<float>(height - 1);
+                pixel.blue = 0.25F;
+                pixel.alpha = 1.0F;
+                row >>= pixel;
+            }
+        }
+        auto const problem = WritePicture(*image, (folder / name).string());
+        ASSERT_FALSE(problem) << problem->Format();
+    }
+
+    FltPixel PixelOf(char const* name, int x, int y) const
+    {
+        ReadResult read = ReadPicture((folder / name).string());
+        EXPECT_FALSE(read.problem) << read.problem->Format();
+        FltPixel pixel;
+        PixPtr(read.image.Get(), x, y).GetPixel(pixel);
+        return pixel;
+    }
+
+    std::vector<std::string> Files(fs::path const& below) const
+    {
+        std::vector<std::string> names;
+        for (auto const& entry : fs::directory_iterator(folder / below))
+            names.push_back(entry.path().filename());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    fs::path folder;
+};
+
+char const* const kSequence = R"(Composition {
+  RenderRange = { 1, 3 },
+  Tools = ordered() {
+    Photo = Loader { Inputs = { Filename = Input { Value = "in.####.tif" } } },
+    Invert1 = Brassfennel.BF_Invert { Inputs = { Image = Input { SourceOp = "Photo", Source = "Output" } } },
+    Out = Saver { Inputs = { Input = Input { SourceOp = "Invert1", Source = "Output" },
+                             Filename = Input { Value = "out/inverted.####.tif" } } },
+  },
+})";
+
+TEST_F(Cli, AppliesEachColorToolTheSameOnOneThreadAndTwo)
+{
+    WriteRamp("ramp.tif", kDepthInt16);
+    WriteRamp("ramp.exr", kDepthFloat);
+    std::array const tools = {
+        "BF_Invert --set Type=Luminance",
+        "BF_Color --set ColorRed=0.5 --set Type=Add",
+        "BF_HueSaturation --set Hue=0.2 --set SaturationMultiply=1.5",
+        "BF_MatchColor --set WhatitshouldbeGreen_1=0.7",
+        "BF_Threshold --set Softness=0.3",
+        "BF_ReplaceColor --set SourceColorRed=0.5 --set RedRange=0.4 --set RedCorrection=0.3"};
+    for (std::string const tool : tools) {
+        for (std::string const type : {"tif", "exr"}) {
+            SCOPED_TRACE(tool + " " + type);
+            for (std::string const threads : {"1", "2"}) {
+                Ended const ended = Run("apply " + tool + " --in ramp." + type + " --out r" + threads + "." +
+                                        type + " --threads " + threads);
+                ASSERT_EQ(ended.status, 0) << ended.errors;
+            }
+            EXPECT_EQ(Slurp(folder / ("r1." + type)), Slurp(folder / ("r2." + type)));
+            EXPECT_NE(Slurp(folder / ("r1." + type)), Slurp(folder / ("ramp." + type)));
+        }
+    }
+}
+
+TEST_F(Cli, ApplyWritesWhatTheToolMakes)
+{
+    WriteRamp("ramp.exr", kDepthFloat);
+    ASSERT_EQ(Run("apply BF_Invert --in Image=ramp.exr --out made/inverted.exr").status, 0);
+    FltPixel const pixel = PixelOf("made/inverted.exr", 63, 0);
+    EXPECT_EQ(pixel.red, 0.0F);
+    EXPECT_EQ(pixel.green, 1.0F);
+    EXPECT_EQ(pixel.blue, 0.75F);
+    EXPECT_EQ(pixel.alpha, 1.0F);
+}
+
+TEST_F(Cli, AButtonThatIsSetActsAsPressed)
+{
+    WriteRamp("ramp.exr", kDepthFloat);
+    // The button sets the correction to destination minus source: red by 0.5 where red is within 0.1 of 0.25.
+    ASSERT_EQ(Run("apply BF_ReplaceColor --in ramp.exr --out r.exr --set SourceColorRed=0.25 "
+                  "--set DestinationColorRed=0.75 --set SourceColorGreen=0.5 --set DestinationColorGreen=0.5 "
+                  "--set SourceColorBlue=0.25 --set DestinationColorBlue=0.25 --set RedRange=0.6 "
+                  "--set Matchsourcetodestination=1")
+                  .status,
+              0);
+    EXPECT_NEAR(PixelOf("r.exr", 16, 16).red, 16.0 / 63 + 0.5, 1e-3);
+}
+
+TEST_F(Cli, RendersRangesInOrderAndGoesOnPastAFrameThatFails)
+{
+    Write("flow.comp", kSequence);
+    WriteRamp("in.0001.tif", kDepthInt16);
+    WriteRamp("in.0003.tif", kDepthInt16);
+    Ended const ended = Run("render flow.comp");
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_NE(ended.errors.find("frame 2: flow.comp:4: Photo: "), std::string::npos) << ended.errors;
+    EXPECT_NE(ended.errors.find("in.0002.tif"), std::string::npos);
+    EXPECT_LT(ended.out.find("frame 1"), ended.out.find("frame 3"));
+    EXPECT_EQ(Files("out"), (std::vector<std::string>{"inverted.0001.tif", "inverted.0003.tif"}));
+
+    EXPECT_EQ(Run("render flow.comp --stop-on-error --frames 2-3").status, 3);
+    Ended const single = Run("render flow.comp --frames 3 --set Invert1.Type=1 --out Invert1=extra.png");
+    EXPECT_EQ(single.status, 0) << single.errors;
+    EXPECT_TRUE(fs::exists(folder / "extra.png"));
+}
+
+TEST_F(Cli, ProxiesAreSmaller)
+{
+    Write("flow.comp", kSequence);
+    WriteRamp("in.0001.tif", kDepthInt16);
+    ASSERT_EQ(Run("render flow.comp --frames 1 --proxy 2").status, 0);
+    ReadResult const read = ReadPicture((folder / "out/inverted.0001.tif").string());
+    EXPECT_EQ(read.image->Width(), 32);
+}
+
+TEST_F(Cli, PassThroughHandsThePictureOn)
+{
+    WriteRamp("in.tif", kDepthInt16);
+    Write("flow.comp", R"({ Tools = {
+        Photo = Loader { Inputs = { Filename = "in.tif" } },
+        Invert1 = Brassfennel.BF_Invert { PassThrough = true, Inputs = { Image = Input { SourceOp = "Photo" } } },
+        Out = Saver { Inputs = { Input = Input { SourceOp = "Invert1" }, Filename = "same.tif" } } } })");
+    ASSERT_EQ(Run("render flow.comp").status, 0);
+    EXPECT_EQ(Slurp(folder / "same.tif"), Slurp(folder / "in.tif"));
+}
+
+TEST_F(Cli, DescribeGivesInputsInOrderWithRanges)
+{
+    Ended const ended = Run("describe BF_Threshold --json");
+    ASSERT_EQ(ended.status, 0);
+    auto const tool = nlohmann::json::parse(ended.out);
+    auto const& inputs = tool["inputs"];
+    EXPECT_EQ(inputs[0]["id"], "Channelusedasthreshold");
+    EXPECT_EQ(inputs[0]["entries"][5], "Each");
+    auto const find = [&](char const* id) {
+        for (auto const& input : inputs)
+            if (input["id"] == id) return input;
+        return nlohmann::json();
+    };
+    auto const repeat = find("Repeat");
+    EXPECT_EQ(repeat["label"], "Repeat");
+    EXPECT_EQ(repeat["kind"], "slider");
+    EXPECT_EQ(repeat["default"], 1.0);
+    EXPECT_EQ(repeat["hard"]["min"], 0.0);
+    EXPECT_TRUE(repeat["hard"]["max"].is_null());
+    EXPECT_EQ(repeat["soft"]["max"], 5.0);
+    EXPECT_EQ(repeat["page"], "Threshold");
+    EXPECT_EQ(find("PreDividePostMultiply")["page"], "Ombrelune Controls");
+    EXPECT_EQ(inputs.back()["id"], "Image");
+    EXPECT_EQ(find("ThresholdBlue")["visible"], false);
+
+    auto const tools = nlohmann::json::parse(Run("tools --json").out);
+    std::set<std::string> classes;
+    for (auto const& each : tools) classes.insert(each["class"]);
+    for (char const* name :
+         {"BF_Color", "BF_HueSaturation", "BF_Invert", "BF_MatchColor", "BF_ReplaceColor", "BF_Threshold"})
+        EXPECT_TRUE(classes.contains(name)) << name;
+}
+
+/// A command that must not work: its status, and a part of what it says.
+struct Mistake {
+    char const* arguments;
+    int status;
+    char const* says;
+};
+
+TEST_F(Cli, MistakesInCommandsAreAnswered)
+{
+    WriteRamp("in.tif", kDepthInt16);
+    Write("empty.png", "");
+    Write("broken.exr", "\x76\x2f\x31\x01 and then nothing");
+    Mistake const mistakes[] = {
+        {"apply BF_Inwert --in in.tif --out o.png", 2,
+         "there is no tool 'BF_Inwert'; did you mean 'BF_Invert'?"},
+        {"apply BF_Invert --in in.tif --out o.png --set Typ=1", 2,
+         "no input 'Typ' on BF_Invert; did you mean 'Type'?"},
+        {"apply BF_Invert --in in.tif --out o.png --set Type=3", 2, "BF_Invert.Type = 3 is above the most 2"},
+        {"apply BF_Invert --in in.tif --out o.png --set Type=Colour", 2,
+         "there are 'Color', 'Luminance', 'Hue'"},
+        {"apply BF_HueSaturation --in in.tif --out o.png --set Hue=nan", 2, "takes a finite number"},
+        {"apply BF_HueSaturation --in in.tif --out o.png --set Hue=warm", 2, "takes a number, not 'warm'"},
+        {"apply BF_Invert --out o.png", 2, "BF_Invert.Image needs a picture: add --in FILE"},
+        {"apply BF_Invert --in in.tif --in in.tif --out o.png", 2, "takes no further picture"},
+        {"apply BF_Invert --in Picture=in.tif --out o.png", 2, "no picture input 'Picture'"},
+        {"apply BF_Invert --in gone.tif --out o.png", 3, "gone.tif"},
+        {"apply BF_Invert --in empty.png --out o.png", 3, "empty.png"},
+        {"apply BF_Invert --in broken.exr --out o.png", 3, "broken.exr"},
+        {"apply BF_Invert --in in.tif --out o.xyz", 3, "o.xyz"},
+        {"apply BF_Invert --in in.tif --out in.tif/o.png", 3, "in.tif"},
+        {"render gone.comp", 3, "gone.comp: cannot be read"},
+        {"render .", 3, "is a folder"},
+        {"describe", 2, "TOOL is required"},
+        {"apply BF_Invert --in in.tif --out o.png --wobble", 2, "--wobble"},
+        {"paint", 2, ""},
+        {"--plugin gone.plugin tools", 3, "gone.plugin: the bundle cannot be loaded"},
+    };
+    for (Mistake const& mistake : mistakes) {
+        SCOPED_TRACE(mistake.arguments);
+        Ended const ended = Run(mistake.arguments);
+        EXPECT_EQ(ended.status, mistake.status);
+        EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
+    }
+    EXPECT_EQ(Files("."),
+              (std::vector<std::string>{"broken.exr", "empty.png", "in.tif", "stderr.txt", "stdout.txt"}));
+}
+
+TEST_F(Cli, MistakesInFlowsNameTheirLine)
+{
+    WriteRamp("in.tif", kDepthInt16);
+    Mistake const flows[] = {
+        {"Composition {\n Tools = {\n A = Brassfennel.BF_Invrt { } } }", 2,
+         "flow.comp:3: A: there is no tool 'Brassfennel.BF_Invrt'; did you mean 'Brassfennel.BF_Invert'?"},
+        {"{ Tools = { A = Brassfennel.BF_Invert { Inputs = {\n Typ = 1 } } } }", 2,
+         "flow.comp:2: no input 'Typ' on A (Invert); did you mean 'Type'?"},
+        {"{ Tools = { A = Brassfennel.BF_Invert { Inputs = {\n\n Image = Input { SourceOp = \"B\" } } } } }",
+         2, "flow.comp:3: A.Image: there is no tool 'B' in the flow"},
+        {"{ Tools = { L = Loader { },\n A = Brassfennel.BF_Invert { Inputs = { Image = Input {\n SourceOp = "
+         "\"L\", Source = "
+         "\"Outptu\" } } } } }",
+         2, "A.Image: no output 'Outptu' on L; did you mean 'Output'?"},
+        {"{ Tools = { A = Brassfennel.BF_Invert { Inputs = { Type = \"Hot\" } } } }", 2,
+         "A.Type has no choice 'Hot'; there are 'Color', 'Luminance', 'Hue'"},
+        {"{ Tools = { A = Brassfennel.BF_Invert { Inputs = { Image = 5 } } } }", 2,
+         "A.Image takes the output of another tool, not a value"},
+        {"{ Tools = { A = Brassfennel.BF_Invert { Inputs = { Image = Input { SourceOp = \"A\" } } } } }", 2,
+         "A feeds itself through A.Image"},
+        {"{ Tools = { A = Loader { },\n A = Loader { } } }", 2, "flow.comp:2:"},
+        {"{ Tools = { A = Loader { ", 2, "flow.comp:1:"},
+        {"{ }", 2, "the flow has no table Tools"},
+        {"{ Tools = { A = Background { } } }", 2, "writes nothing: add a Saver or --out Tool=PATTERN"},
+        {"{ FrameFormat = { Width = 0 }, Tools = { } }", 2, "Width = 0 is not in 1 to 65536"},
+    };
+    for (Mistake const& mistake : flows) {
+        SCOPED_TRACE(mistake.arguments);
+        Write("flow.comp", mistake.arguments);
+        Ended const ended = Run("render flow.comp");
+        EXPECT_EQ(ended.status, mistake.status);
+        EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
+    }
+
+    Write("flow.comp", kSequence);
+    Mistake const commands[] = {
+        {"render flow.comp --frames 3-1", 2, "1 comes before 3"},
+        {"render flow.comp --frames 1-", 2, "a range needs a last frame"},
+        {"render flow.comp --frames two", 2, "a frame is a whole number"},
+        {"render flow.comp --set Invert2.Type=1", 2,
+         "there is no tool 'Invert2' in the flow; did you mean 'Invert1'?"},
+        {"render flow.comp --set Type=1", 2, "write Tool.Input=VALUE"},
+        {"render flow.comp --out Invert1=lone.#.png", 2, "#"},
+        {"render flow.comp --out Invert1=one.png", 2, "has no place for the frame number"},
+    };
+    for (Mistake const& mistake : commands) {
+        SCOPED_TRACE(mistake.arguments);
+        Ended const ended = Run(mistake.arguments);
+        EXPECT_EQ(ended.status, mistake.status);
+        EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
+    }
+}
+
+TEST_F(Cli, AValueBeyondItsRangeIsLimitedWithAWarning)
+{
+    WriteRamp("in.tif", kDepthInt16);
+    Write("flow.comp", R"({ Tools = {
+        Photo = Loader { Inputs = { Filename = "in.tif" } },
+        A = Brassfennel.BF_Threshold { Inputs = { Image = Input { SourceOp = "Photo" }, Threshold = 7 } },
+        Out = Saver { Inputs = { Input = Input { SourceOp = "A" }, Filename = "out.png" } } } })");
+    Ended const ended = Run("render flow.comp");
+    EXPECT_EQ(ended.status, 0);
+    EXPECT_NE(
+        ended.errors.find("warning: flow.comp:3: A.Threshold = 7 is above the most 1; that is used instead"),
+        std::string::npos)
+        << ended.errors;
+}
+
+TEST_F(Cli, TheFirstFlowGradesItsPhotograph)
+{
+    Ended const ended = Run("render " OMBRELUNE_SOURCE_DIR "/examples/first.comp --out Grade=first.png");
+    ASSERT_EQ(ended.status, 0) << ended.errors;
+    ReadResult const read = ReadPicture((folder / "first.png").string());
+    EXPECT_EQ(read.image->Width(), 600);
+    EXPECT_EQ(read.image->Height(), 400);
+}
+
+} // namespace
+} // namespace ombrelune
