@@ -128,18 +128,10 @@ public:
     KColor CorrectHLS(float hue, float saturation, float lightness, float saturationGain, float lightnessGain,
                       int mode) const
     {
-        // Written so that a saturation that is not a number, of colours far beyond 1, becomes 0.
-        auto const limit = [](float v) { return v > 0.0F ? std::min(v, 1.0F) : 0.0F; };
-        float h, l, s;
-        RGBtoHLS(red, green, blue, h, l, s);
-        h = mode != 0 ? hue : hue + h;
-        h = h >= 1.0F ? h - 1.0F : h < 0.0F ? h + 1.0F : h;
-        l = limit(lightness + lightnessGain * l);
-        s = limit(saturation + saturationGain * s);
-        KColor corrected;
-        HLStoRGB(h, l, s, corrected.red, corrected.green, corrected.blue);
-        corrected.alpha = alpha;
-        return corrected;
+        float r = red, g = green, b = blue;
+        ombrelune::CorrectHLS({hue, saturation, lightness, saturationGain, lightnessGain, mode != 0}, r, g,
+                              b);
+        return {r, g, b, alpha};
     }
 
 private:

@@ -181,8 +181,8 @@ public:
     void MergePixel(KImage const* foreground, double = 1.0, double = 0.0);
     /// This over the background.
     void MergePixelUnder(KImage const* background, double = 1.0, double = 0.0);
-    /// The host's levels: maps low to 0 and high to 1 in the channels whose flag is not 0.
-    void Levels(double low, double high, int red, int green, int blue, int alpha);
+    /// The host's levels of a matte, in host channels first to last; low and high are 0 to 65535.
+    void Levels(double contract, double gamma, int low, int high, int first, int last);
     /// Between colour spaces 1 HLS, 2 YUV, 3 YIQ, 4 CMY, 5 HSV, 6 XYZ, 7 LAB; any other number is RGB.
     void ConvertSpace(int from, int to);
 
@@ -193,8 +193,9 @@ public:
     KImage* TransformOf(double x, double y, double pivotX, double pivotY, double sx, double sy, double angle,
                         EdgeModes edges) const;
     /// Blurred by x and y 720ths of the width; a negative y means as x. Filters are the host's BlurFilter;
-    /// channels is the sum of 1 red, 2 green, 4 blue, 8 alpha.
-    KImage* BlurOf(double x, double y, int filter, int channels, double blend, double glow) const;
+    /// channels is the sum of 1 red, 2 green, 4 blue, 8 alpha; passes and blend are the host's, 1 and 1 as a
+    /// rule.
+    KImage* BlurOf(double x, double y, int filter, int channels, double passes, double blend) const;
     /// Length of the gradient of each word over 3 by 3 pixels; the edge pixels repeat.
     KImage* SobelOf() const;
 

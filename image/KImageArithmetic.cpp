@@ -11,13 +11,13 @@ namespace {
 /// Applies change(word) or change(word, word of the other image) to the four colour words of each pixel.
 template <class Record, class Change> void ForEachWord(Image* image, Change const& change)
 {
-    ForEachPixel<Record>(image, [&](Record& p) {
+    ForEachPixel<Record>(image, [=](Record& p) {
         for (auto& word : p.word) word = change(word);
     });
 }
 template <class Record, class Change> void ForEachWord(Image* image, Image* other, Change const& change)
 {
-    ForEachPixel<Record>(image, other, [&](Record& p, Record const& o) {
+    ForEachPixel<Record>(image, other, [=](Record& p, Record const& o) {
         for (int i = 0; i < 4; ++i) p.word[i] = change(p.word[i], o.word[i]);
     });
 }
@@ -81,12 +81,12 @@ void KImage::Add(KColor const& color)
 {
     float const c[] = {color.blue, color.green, color.red, color.alpha};
     if (IsFloat())
-        return ForEachPixel<FltPixel>(image_, [&](FltPixel& p) {
+        return ForEachPixel<FltPixel>(image_, [=](FltPixel& p) {
             for (int i = 0; i < 4; ++i) p.word[i] += c[i];
         });
     int shift[4]; // more than 65535 either way changes nothing any more
     for (int i = 0; i < 4; ++i) shift[i] = std::clamp(TruncateToInt(65535.0 * c[i]), -65535, 65535);
-    ForEachPixel<Pixel>(image_, [&](Pixel& p) {
+    ForEachPixel<Pixel>(image_, [=](Pixel& p) {
         for (int i = 0; i < 4; ++i) p.word[i] = LimitTo16(static_cast<int>(p.word[i]) + shift[i]);
     });
 }
@@ -95,10 +95,10 @@ void KImage::Multiply(KColor const& factors)
 {
     float const f[] = {factors.blue, factors.green, factors.red, factors.alpha};
     if (IsFloat())
-        return ForEachPixel<FltPixel>(image_, [&](FltPixel& p) {
+        return ForEachPixel<FltPixel>(image_, [=](FltPixel& p) {
             for (int i = 0; i < 4; ++i) p.word[i] *= f[i];
         });
-    ForEachPixel<Pixel>(image_, [&](Pixel& p) {
+    ForEachPixel<Pixel>(image_, [=](Pixel& p) {
         for (int i = 0; i < 4; ++i) {
             float const product = static_cast<float>(static_cast<int>(p.word[i])) * f[i];
             p.word[i] = product > 0.0F

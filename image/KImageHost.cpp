@@ -6,9 +6,9 @@
 
 namespace ombrelune {
 
-void KImage::Levels(double low, double high, int red, int green, int blue, int alpha)
+void KImage::Levels(double contract, double gamma, int low, int high, int first, int last)
 {
-    image_->DoLevels(low, high, red, green, blue, alpha);
+    image_->DoLevels(contract, gamma, low, high, first, last);
 }
 
 void KImage::ConvertSpace(int from, int to)
@@ -33,7 +33,7 @@ KImage* KImage::TransformOf(double x, double y, double pivotX, double pivotY, do
     return Adopt(image_->TransformOf(x, y, pivotX, pivotY, sx, sy, angle, edges));
 }
 
-KImage* KImage::BlurOf(double x, double y, int filter, int channels, double blend, double glow) const
+KImage* KImage::BlurOf(double x, double y, int filter, int channels, double passes, double blend) const
 {
     return Adopt(image_->BlurOfImageTagList({{Blur_Type, filter},
                                              {Blur_Red, (channels & 1) != 0},
@@ -42,8 +42,8 @@ KImage* KImage::BlurOf(double x, double y, int filter, int channels, double blen
                                              {Blur_Alpha, (channels & 8) != 0},
                                              {Blur_XSize, x / 720.0},
                                              {Blur_YSize, (y >= 0.0 ? y : x) / 720.0},
-                                             {Blur_Blend, blend},
-                                             {Blur_Glow, glow}}));
+                                             {Blur_Passes, passes},
+                                             {Blur_Blend, blend}}));
 }
 
 } // namespace ombrelune

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 #include "image/KImage.h"
 #include "image/KLookUpTable.h"
@@ -66,7 +67,9 @@ template <class Record> Samples SamplesOfRow(Image* image, int y, int x0, int x1
     for (int x = x0; x < x1; ++x) {
         pixel >>= in;
         for (int i = 0; i < 4; ++i) {
-            double const word = pixel.word[i];
+            // By way of int, since there is no quick way from unsigned to double.
+            double const word =
+                static_cast<std::conditional_t<std::is_same_v<Record, Pixel>, int, float>>(pixel.word[i]);
             row.sum[i] += word;
             row.least[i] = row.any ? std::min(row.least[i], word) : word;
             row.most[i] = row.any ? std::max(row.most[i], word) : word;

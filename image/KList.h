@@ -7,7 +7,8 @@ class KListItem {
 public:
     KListItem() = default;
     KListItem(KListItem const&) {}
-    KListItem& operator=(KListItem const&) { return *this; } // keeps its own place in its own list
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): it keeps its own place in its own list
+    KListItem& operator=(KListItem const&) { return *this; }
     virtual ~KListItem() = default;
 
     KListItem* Next() const { return next_; }

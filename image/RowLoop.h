@@ -36,11 +36,13 @@ template <class Record, class Body, class... Images> void VisitRow(int y, Body c
 template <class Record, class Change> void ForEachPixel(Image* image, Change const& change)
 {
     auto const row = [&](int width, auto in) {
+        auto const step =
+            change; // a copy of the row's own, or the compiler reloads its numbers for each pixel
         auto out = in;
         Record pixel;
         for (int x = 0; x < width; ++x) {
             pixel >>= in;
-            change(pixel);
+            step(pixel);
             out >>= pixel;
         }
     };
@@ -52,12 +54,13 @@ template <class Record, class Change> void ForEachPixel(Image* image, Change con
 template <class Record, class Change> void ForEachPixel(Image* image, Image* other, Change const& change)
 {
     auto const row = [&](int width, auto in, auto with) {
+        auto const step = change;
         auto out = in;
         Record pixel, counterpart;
         for (int x = 0; x < width; ++x) {
             pixel >>= in;
             counterpart >>= with;
-            change(pixel, counterpart);
+            step(pixel, counterpart);
             out >>= pixel;
         }
     };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/image/Image.h"
-#include "host/image/Vector4.h"
+#include "host/image/PixelCodec.h"
 
 namespace ombrelune {
 
@@ -50,7 +50,8 @@ public:
     void GetPixel(Pixel& record) const
     {
         if (!plainInt_) return hooks_.readInt(record, main_, aux_, *image_);
-        Store(LoadUInt4(reinterpret_cast<std::uint16_t const*>(main_)), record.word);
+        auto const* stored = reinterpret_cast<std::uint16_t const*>(main_);
+        for (int i = 0; i < 4; ++i) record.word[i] = stored[i];
         record.DropAux();
     }
     void GetPixel(FltPixel& record) const
@@ -62,7 +63,8 @@ public:
     void SetPixel(Pixel const& record)
     {
         if (!plainInt_) return hooks_.writeInt(record, main_, aux_, *image_);
-        Store(LoadUInt4(record.word), reinterpret_cast<std::uint16_t*>(main_));
+        auto* stored = reinterpret_cast<std::uint16_t*>(main_);
+        for (int i = 0; i < 4; ++i) stored[i] = PixelCodec<std::uint16_t>::FromInt(record.word[i]);
     }
     void SetPixel(FltPixel const& record)
     {
@@ -116,15 +118,16 @@ public:
 
     template <class Word> friend void operator>>=(PixelRecord<Word>& record, PlainPixPtr& cursor)
     {
-        if constexpr (std::is_same_v<Word, float>) Store(LoadFloat4(cursor.words_), record.word);
-        else Store(LoadUInt4(cursor.words_), record.word);
+        for (int i = 0; i < 4; ++i) record.word[i] = static_cast<Word>(cursor.words_[i]);
         record.DropAux();
         cursor.words_ += 4;
     }
     template <class Word> friend void operator>>=(PlainPixPtr& cursor, PixelRecord<Word> const& record)
     {
-        if constexpr (std::is_same_v<Word, float>) Store(LoadFloat4(record.word), cursor.words_);
-        else Store(LoadUInt4(record.word), cursor.words_);
+        for (int i = 0; i < 4; ++i) {
+            if constexpr (std::is_same_v<Word, Stored>) cursor.words_[i] = record.word[i];
+            else cursor.words_[i] = PixelCodec<Stored>::FromInt(record.word[i]);
+        }
         cursor.words_ += 4;
     }
 

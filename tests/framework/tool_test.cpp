@@ -247,7 +247,7 @@ TEST(ToolInputs, EqualLabelsAreKeptApart)
 
 TEST(ToolInputs, FamiliesAndFlagsDecideWhichStandardsThereAre)
 {
-    Flow const warp("BF_TestWarp"), source("BF_TestSource"), half("BF_TestHalf"), frames("BF_TestFrames");
+    Flow const warp("BF_TestWarp"), source("BF_TestSource"), half("BF_TestHalved"), frames("BF_TestFrames");
     EXPECT_EQ(IdsOnPage(*warp.op, "Ombrelune Controls"),
               (std::vector<std::string>{"Red", "Green", "Blue", "Alpha", "Undersampleresolution", "Filtering",
                                         "Edges", "WarpMask", "Trails", "Fade", "Reset", "Domultithreading",
@@ -415,7 +415,7 @@ TEST(ToolRender, FieldsAreMadeApartAndWoven)
 
 TEST(ToolRender, ResizingEffectsKeepTheProxysFullSize)
 {
-    Flow flow("BF_TestHalf");
+    Flow flow("BF_TestHalved");
     flow.feed->make = [](double) {
         Picture picture = MakeBusyPicture(kDepthFloat, 12, 8);
         picture->Set(1, 24);

@@ -299,6 +299,14 @@ TEST(Pictures, ExrChannelsAreKnownByNameAndWindowsAreKept)
                                  {-1073741000, 0, -1073740999, 1}, {{"R", 1.0F}}));
     ReadPicture(folder / "far.exr"); // refused or empty, but no overflow
 
+    // A channel under both of its names counts once.
+    Save(folder / "twice.exr",
+         Exr({0, 0, 0, 0}, {0, 0, 0, 0},
+             {{"R", 1.0F}, {"VX", 2.0F}, {"Z", 3.0F}, {"depth.Z", 4.0F}, {"velocity.X", 5.0F}}));
+    image = ReadOrFail(folder / "twice.exr");
+    EXPECT_EQ(image->AuxChannels().size(), 2U);
+    EXPECT_EQ(FloatAt(image, 0, 0).Aux(kChannelZ), 3.0F);
+
     Save(folder / "layers.exr", Exr({0, 0, 1, 1}, {0, 0, 1, 1}, {{"a.R", 0.0F}, {"b.R", 0.0F}}));
     EXPECT_EQ(ReadPicture(folder / "layers.exr").problem->text,
               "has no channel R, G, B, A, Y or Z; it has 'a.R, b.R'");

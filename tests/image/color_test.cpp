@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 
+#include "host/image/Vector4.h"
 #include "image/ColorModels.h"
 #include "image/KColor.h"
 #include "image/KColor32.h"
@@ -76,6 +77,31 @@ TEST(ColorModels, HandWorkedValues)
         EXPECT_NEAR(c.Hue(), grey ? -1 : 360 * row.hlsHue, 1e-4F);
         EXPECT_NEAR(c.Saturation(), row.hlsSaturation, 1e-6F);
         EXPECT_NEAR(c.Brightness(), row.lightness, 1e-6F);
+    }
+}
+
+TEST(ColorModels, LanesOfAVectorGiveTheBytesOfSingleFloats)
+{
+    HLSCorrection const corrections[] = {
+        {0.1F, 0, 0, 1, 1, false}, {-0.6F, 0.2F, -0.1F, 1.5F, 0.8F, false}, {0.7F, 0, 0.3F, 0.5F, 1, true}};
+    for (HLSCorrection const& correction : corrections) {
+        OverGrid(12, [&](float red, float green, float blue) {
+            // Lanes on different sextants, a grey and one beyond 1 among them.
+            Float4 r{red, green, blue, red * 3}, g{green, blue, red, red}, b{blue, red, blue, green};
+            float single[4][3];
+            for (int lane = 0; lane < 4; ++lane) {
+                single[lane][0] = r[lane];
+                single[lane][1] = g[lane];
+                single[lane][2] = b[lane];
+                CorrectHLS(correction, single[lane][0], single[lane][1], single[lane][2]);
+            }
+            CorrectHLS(correction, r, g, b);
+            for (int lane = 0; lane < 4; ++lane) {
+                ASSERT_EQ(r[lane], single[lane][0]);
+                ASSERT_EQ(g[lane], single[lane][1]);
+                ASSERT_EQ(b[lane], single[lane][2]);
+            }
+        });
     }
 }
 

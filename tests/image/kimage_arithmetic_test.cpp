@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 
+#include "host/image/PixelCodec.h"
 #include "host/value/Parallel.h"
 #include "image/KImage.h"
 #include "tests/image/kimage_helpers.h"
@@ -154,8 +155,7 @@ TEST(KImageArithmetic, FollowsTheSlowFormsPixelByPixel)
                                 continue;
                             }
                             // What a float path leaves in an integer image is rounded on writing.
-                            float const unit = std::clamp(f.word[w], 0.0F, 1.0F);
-                            auto const stored = static_cast<long long>(unit * 65535.0F + 0.5F);
+                            long long const stored = IntFromFloat(f.word[w]);
                             ASSERT_EQ(static_cast<long long>(At<Pixel>(*a, x, y).word[w]),
                                       isInt ? i.word[w] : stored)
                                 << where;
