@@ -46,29 +46,31 @@ class Lines {
 public:
     Lines(int lines, int count, BoxFilter const& filter)
         : count_(count), reach_(filter.Reach()), length_(count + 2 * reach_), filter_(filter),
-          buffer_(TakeBuffer(sizeof(Float4) * static_cast<std::size_t>(length_) *
-                             static_cast<std::size_t>(lines)))
+          scale_(filter.Scale()), buffer_(TakeBuffer(sizeof(Sum4) * static_cast<std::size_t>(length_) *
+                                                     static_cast<std::size_t>(lines)))
     {}
 
     explicit operator bool() const { return buffer_ != nullptr; }
-    /// Where the pixels of a line go.
-    Float4* Input(int line) { return Output(line) + reach_; }
-    /// Where they are after Filter.
-    Float4* Output(int line)
-    {
-        return reinterpret_cast<Float4*>(buffer_.get()) + static_cast<std::ptrdiff_t>(line) * length_;
-    }
+    void Set(int line, int i, Float4 pixel) { Line(line)[reach_ + i] = ToSum4(pixel); }
     void Filter(int line)
     {
-        Float4* const all = Output(line);
+        Sum4* const all = Line(line);
         std::fill_n(all, reach_, all[reach_]);
         std::fill_n(all + reach_ + count_, reach_, all[reach_ + count_ - 1]);
         filter_.Run(all, count_);
     }
+    /// A pixel after Filter.
+    Float4 Get(int line, int i) { return ToFloat4(scale_ * Line(line)[i]); }
 
 private:
+    Sum4* Line(int line)
+    {
+        return reinterpret_cast<Sum4*>(buffer_.get()) + static_cast<std::ptrdiff_t>(line) * length_;
+    }
+
     int count_, reach_, length_;
     BoxFilter const& filter_;
+    double scale_;
     PooledBuffer buffer_;
 };
 
@@ -87,9 +89,9 @@ bool Filter(Image const& source, Image& middle, Image& result, BoxFilter const& 
         int const from = task * kRowsPerTask, to = std::min(from + kRowsPerTask, height);
         for (int y = from; y < to; ++y) {
             auto const* in = reinterpret_cast<Stored const*>(source.MainRow(y));
-            for (int x = 0; x < width; ++x) lines.Input(0)[x] = LoadPixel(in + 4 * x);
+            for (int x = 0; x < width; ++x) lines.Set(0, x, LoadPixel(in + 4 * x));
             lines.Filter(0);
-            std::memcpy(middleRow(y), lines.Output(0), sizeof(Float4) * static_cast<std::size_t>(width));
+            for (int x = 0; x < width; ++x) Store(lines.Get(0, x), middleRow(y) + 4 * x);
         }
     });
 
@@ -98,13 +100,13 @@ bool Filter(Image const& source, Image& middle, Image& result, BoxFilter const& 
         Lines lines(count, height, up);
         if (!lines) return done.store(false);
         for (int y = 0; y < height; ++y)
-            for (int x = 0; x < count; ++x) lines.Input(x)[y] = LoadPixel(middleRow(y) + 4 * (from + x));
+            for (int x = 0; x < count; ++x) lines.Set(x, y, LoadPixel(middleRow(y) + 4 * (from + x)));
         for (int x = 0; x < count; ++x) lines.Filter(x);
         for (int y = 0; y < height; ++y) {
             auto const* in = reinterpret_cast<Stored const*>(source.MainRow(y)) + 4 * from;
             auto* out = reinterpret_cast<Stored*>(result.MainRow(y)) + 4 * from;
             for (int x = 0; x < count; ++x) {
-                Float4 const filtered = lines.Output(x)[y];
+                Float4 const filtered = lines.Get(x, y);
                 StorePixel(mix.whole ? filtered : mix(LoadPixel(in + 4 * x), filtered), out + 4 * x);
             }
         }

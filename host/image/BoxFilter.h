@@ -20,16 +20,16 @@ public:
     int Reach() const;
 
     /// Filters `count` pixels in place. The line holds them from `line + Reach()` on, and Reach() more on
-    /// either side; the result starts at `line`.
-    void Run(Float4* line, int count) const;
+    /// either side; the result starts at `line` and is to be multiplied by Scale().
+    void Run(Sum4* line, int count) const;
+    double Scale() const;
 
 private:
     struct Box {
-        int radius;  // pixels on each side of the middle that count in full
-        float end;   // how much the next pixel on each side counts
-        float scale; // 1 / sum of the weights
+        int radius; // pixels on each side of the middle that count in full
+        double end; // how much the next pixel on each side counts
     };
-    static void Run(Box const& box, Float4* line, int count);
+    static void Run(Box const& box, Sum4* line, int count);
 
     std::vector<Box> boxes_;
 };
