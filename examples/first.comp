@@ -1,4 +1,4 @@
--- A photograph, graded: warmer and more saturated, with its shadows lifted a little.
+-- A photograph, graded: deep blue shadows, warm lights, a little more colour.
 Composition {
   GlobalRange = { 0, 0 },
   FrameFormat = { Width = 600, Height = 400, Rate = 24, Depth = 6 },
@@ -21,8 +21,8 @@ Composition {
     Grade = Brassfennel.BF_HueSaturation {
       Inputs = {
         Image = Input { SourceOp = "Match1", Source = "Output" },
-        SaturationMultiply = Input { Value = 1.3 },
-        Hue = Input { Value = -0.01 },
+        SaturationMultiply = Input { Value = 1.25 },
+        LightnessMultiply = Input { Value = 1.15 },
       },
     },
     Out = Saver {
