@@ -341,6 +341,28 @@ TEST_F(Cli, AValueBeyondItsRangeIsLimitedWithAWarning)
         << ended.errors;
 }
 
+TEST_F(Cli, EveryToolHasAnExampleThatRenders)
+{
+    auto const tools = nlohmann::json::parse(Run("tools --json").out);
+    ASSERT_FALSE(tools.empty());
+    for (auto const& tool : tools) {
+        std::string const name = tool["class"].get<std::string>().substr(3); // without "BF_"
+        SCOPED_TRACE(name);
+        // Rendered beside a copy, so that the flow's own output stays where it is.
+        fs::create_directories(folder / "examples");
+        fs::copy(OMBRELUNE_SOURCE_DIR "/examples/media", folder / "examples/media",
+                 fs::copy_options::recursive);
+        fs::copy_file(fs::path(OMBRELUNE_SOURCE_DIR "/examples") / (name + ".comp"),
+                      folder / "examples/flow.comp");
+        Ended const ended = Run("render examples/flow.comp");
+        EXPECT_EQ(ended.status, 0) << ended.errors;
+        ReadResult const made = ReadPicture((folder / "out" / (name + ".png")).string());
+        ASSERT_FALSE(made.problem) << made.problem->Format();
+        EXPECT_EQ(made.image->Width(), 600);
+        fs::remove_all(folder / "examples");
+    }
+}
+
 TEST_F(Cli, TheFirstFlowGradesItsPhotograph)
 {
     Ended const ended = Run("render " OMBRELUNE_SOURCE_DIR "/examples/first.comp --out Grade=first.png");
