@@ -76,7 +76,7 @@ struct PixelHooks {
     void (*writeFloat)(FltPixel const&, std::byte* main, float* aux, Image const&);
 };
 
-struct SummedAreaTable;
+class SummedAreaTable;
 
 /// Shared data of one Image::DoMultiProcess call.
 struct ImgMPData {
