@@ -1,5 +1,6 @@
 #include "framework/KProcessImageColor.h"
 
+#include <bit>
 #include <type_traits>
 
 #include "framework/RowForms.h"
@@ -24,13 +25,44 @@ template <class Record, class Color> void SetColor(Record& pixel, Color const& c
     pixel.alpha = static_cast<WordType<Record>>(color.alpha);
 }
 
+Float4 LoadWords(float const* words) { return LoadFloat4(words); }
+UInt4 LoadWords(std::uint16_t const* words) { return LoadUInt4(words); }
+
+// The channels of a colour in one vector: red, green, blue, alpha.
+static_assert(sizeof(KColor) == sizeof(Float4) && sizeof(KColor32) == sizeof(UInt4));
+Float4 LoadColor(KColor const& color) { return std::bit_cast<Float4>(color); }
+UInt4 LoadColor(KColor32 const& color) { return std::bit_cast<UInt4>(color); }
+template <class Vector, class Color> void StoreColor(Vector channels, Color& color)
+{
+    color = std::bit_cast<Color>(channels);
+}
+
 } // namespace
+
+/// Every channel of a plain picture as it is: a run is loaded, given to the effect and stored.
+template <class Record, class Color> void KProcessImageColor::PlainRow(int y)
+{
+    using Stored = StoredWord<Record>;
+    auto* const colors = static_cast<KEffectColor*>(effect);
+    auto const* in = reinterpret_cast<Stored const*>(source->FImage()->MainRow(y));
+    auto* out = reinterpret_cast<Stored*>((*destination)->FImage()->MainRow(y));
+    Color run[kRun];
+    for (int x = 0; x < source->Width(); x += kRun) {
+        int const count = std::min(kRun, source->Width() - x);
+        for (int i = 0; i < count; ++i, in += 4) StoreColor(RedBlueSwapped(LoadWords(in)), run[i]);
+        colors->Span(run, count);
+        for (int i = 0; i < count; ++i, out += 4) Store(RedBlueSwapped(LoadColor(run[i])), out);
+    }
+}
 
 template <class Record, class Color> void KProcessImageColor::Row(int y)
 {
+    if (data.AllChannels() && !data.preDivide && source->FImage()->Layout() == kPlainLayout<Record> &&
+        (*destination)->FImage()->Layout() == kPlainLayout<Record>)
+        return PlainRow<Record, Color>(y);
     auto* const colors = static_cast<KEffectColor*>(effect);
     bool const all = data.AllChannels();
-    WithCursors<Record>(source->FImage(), (*destination)->FImage(), y, [&](auto in, auto out) {
+    auto const loop = [&](auto in, auto out) {
         Color run[kRun];
         WordType<Record> alphas[kRun];
         for (int x = 0; x < source->Width(); x += kRun) {
@@ -53,7 +85,8 @@ template <class Record, class Color> void KProcessImageColor::Row(int y)
                 out >>= pixel;
             }
         }
-    });
+    };
+    WithCursors<Record>(y, loop, source->FImage(), (*destination)->FImage());
 }
 
 template <class Record, class Color> void KProcessImageColor::SuperSampledRow(int y)

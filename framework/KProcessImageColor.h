@@ -14,6 +14,7 @@ public:
     void DoThread(int y, int step) override;
 
 private:
+    template <class Record, class Color> void PlainRow(int y);
     template <class Record, class Color> void Row(int y);
     template <class Record, class Color> void SuperSampledRow(int y);
 };

@@ -2,9 +2,25 @@
 
 #include <algorithm>
 
+#include "framework/RowForms.h"
 #include "host/image/PixPtr.h"
+#include "host/image/Sampler.h"
 
 namespace ombrelune {
+
+namespace {
+
+/// Calls body with the bilinear sampler of an edge mode, bound to the picture.
+template <class Record, class Body> void WithSampler(Image const& image, int edges, Body const& body)
+{
+    switch (edges) {
+    case kEdgeDuplicate: return body(BilinearSampler<Record, kEdgeDuplicate>(image));
+    case kEdgeWrap: return body(BilinearSampler<Record, kEdgeWrap>(image));
+    default: return body(BilinearSampler<Record, kEdgeBlack>(image));
+    }
+}
+
+} // namespace
 
 KProcessImageInverse::KProcessImageInverse(KImage* newSource, KImage** newDestination,
                                            KEffectImage* newEffect, KProcessImageData const& newData)
@@ -80,6 +96,17 @@ void KProcessImageInverse::MaskRun(int x, int y, int count, unsigned* alphas) co
 
 void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, Origin* origins) const
 {
+    if (!mask && !IsMapped()) {
+        KVector2 asked[kRun];
+        bool found[kRun];
+        for (int i = 0; i < count; ++i)
+            asked[i] = Normalised(static_cast<float>(x + i), static_cast<float>(y));
+        static_cast<KEffectWarp*>(effect)->Span(places, found, asked, count);
+        for (int i = 0; i < count; ++i) places[i] = InPixels(places[i]);
+        for (int i = 0; i < count; ++i) origins[i] = found[i] ? Origin::kSample : Origin::kNothing;
+        return;
+    }
+
     unsigned alphas[kRun];
     MaskRun(x, y, count, alphas);
     if (IsMapped()) {
@@ -177,27 +204,38 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
 
 template <class Record> void KProcessImageInverse::SampleRow(int y)
 {
-    PixPtr out((*destination)->FImage(), 0, y);
-    KVector2 places[kRun];
-    Origin origins[kRun];
-    Record pixel;
-    for (int x = 0; x < width; x += kRun) {
-        int const count = std::min(kRun, width - x);
-        PlaceRun(x, y, count, places, origins);
-        for (int i = 0; i < count; ++i) {
-            switch (origins[i]) {
-            case Origin::kNothing: pixel.Clear(); break;
-            case Origin::kCopy: source->GetPixel(x + i, y, pixel); break;
-            case Origin::kSample:
-                if (data.filtering == 0)
-                    source->GetSample(static_cast<int>(places[i].x), static_cast<int>(places[i].y), pixel,
-                                      data.edges);
-                else source->GetSamplePixel(places[i].x, places[i].y, pixel, data.edges);
-                break;
+    if (data.filtering == 0)
+        return SampleRow<Record>(y, [this](KVector2 const& place, Record& pixel) {
+            source->GetSample(static_cast<int>(place.x), static_cast<int>(place.y), pixel, data.edges);
+        });
+    WithSampler<Record>(*source->FImage(), data.edges, [&](auto const& sampler) {
+        SampleRow<Record>(y, [&](KVector2 const& place, Record& pixel) {
+            sampler(ToFixed16(place.x), ToFixed16(place.y), pixel);
+        });
+    });
+}
+
+/// @param sample  callable as sample(place in pixels, record)
+template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y, Sample const& sample)
+{
+    auto const loop = [&](auto out) {
+        KVector2 places[kRun];
+        Origin origins[kRun];
+        Record pixel;
+        for (int x = 0; x < width; x += kRun) {
+            int const count = std::min(kRun, width - x);
+            PlaceRun(x, y, count, places, origins);
+            for (int i = 0; i < count; ++i) {
+                switch (origins[i]) {
+                case Origin::kNothing: pixel.Clear(); break;
+                case Origin::kCopy: source->GetPixel(x + i, y, pixel); break;
+                case Origin::kSample: sample(places[i], pixel); break;
+                }
+                out >>= pixel;
             }
-            out >>= pixel;
         }
-    }
+    };
+    WithCursors<Record>(y, loop, (*destination)->FImage());
 }
 
 template <class Record> void KProcessImageInverse::AreaRow(int y)

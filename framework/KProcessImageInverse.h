@@ -48,6 +48,7 @@ private:
     Edge FirstEdge(int y) const;
 
     template <class Record> void SampleRow(int y);
+    template <class Record, class Sample> void SampleRow(int y, Sample const& sample);
     template <class Record> void AreaRow(int y);
 
     float scaleX = 1.0F, scaleY = 1.0F; ///< pixels of a normalised 1

@@ -55,7 +55,7 @@ public:
         : registry_(ClassRegistry(), std::string("Brassfennel.") + (traits.id ? traits.id : name),
                     Tags(shell, traits))
     {
-        EffectFactories().push_back({name, Make<KRowForm<Effect>>, Make<Effect>});
+        EffectFactories().push_back({name, Make<KRowForm<Effect>>, Make<KPlainForm<Effect>>});
     }
 
 private:

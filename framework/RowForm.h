@@ -35,6 +35,17 @@ public:
     }
 };
 
+/// The effect whose row operation goes through the virtual F, to hold the other form against.
+template <class Effect> class KPlainForm : public Effect {};
+
+template <std::derived_from<KEffectColor> Effect>
+requires HasOwnSpan<Effect>
+class KPlainForm<Effect> : public Effect {
+public:
+    void Span(KColor32* colors, int count) override { KEffectColor::Span(colors, count); }
+    void Span(KColor* colors, int count) override { KEffectColor::Span(colors, count); }
+};
+
 template <std::derived_from<KEffectPixel> Effect> class KRowForm<Effect> : public Effect {
 public:
     void Row(KPixelRow const& row) override

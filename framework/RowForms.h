@@ -23,31 +23,32 @@ void KeepUnselected(PixelRecord<Word>& pixel, PixelRecord<Word> const& source, K
         if (!data.channels[channel]) pixel.word[WordOf(channel)] = source.word[WordOf(channel)];
 }
 
-/// Calls body with cursors that suit both pictures: plain ones, which inline to loads and stores, when both
-/// store the record's own words; general ones otherwise.
-template <class Record, class Body> void WithCursors(Image* in, Image* out, int y, Body const& body)
+/// Calls body with cursors that suit all the pictures: plain ones, which inline to loads and stores, when
+/// every picture stores the record's own words; general ones otherwise.
+template <class Record, class Body, class... Images>
+void WithCursors(int y, Body const& body, Images*... images)
 {
-    using Stored = std::conditional_t<std::is_same_v<Record, Pixel>, std::uint16_t, float>;
-    int const depth = std::is_same_v<Record, Pixel> ? kDepthInt16 : kDepthFloat;
-    if (in->IsPlain() && out->IsPlain() && in->Depth() == depth && out->Depth() == depth)
-        body(PlainPixPtr<Stored>(in, 0, y), PlainPixPtr<Stored>(out, 0, y));
-    else body(PixPtr(in, 0, y), PixPtr(out, 0, y));
+    if (((images->Layout() == kPlainLayout<Record>)&&...))
+        body(PlainPixPtr<StoredWord<Record>>(images, 0, y)...);
+    else body(PixPtr(images, 0, y)...);
 }
 
 /// @param f  callable as f(x, y, source), returning the record
 template <class Record, class F> void PixelRow(KPixelRow const& row, F const& f)
 {
-    PixPtr out(row.destination->FImage(), 0, row.y);
     int const width = row.destination->Width();
-    for (int x = 0; x < width; ++x) {
-        Record pixel = f(x, row.y, row.source);
-        if (row.keepUnselected) {
-            Record source;
-            row.source->GetPixel(x, row.y, source);
-            KeepUnselected(pixel, source, *row.data);
+    auto const loop = [&](auto out) {
+        for (int x = 0; x < width; ++x) {
+            Record pixel = f(x, row.y, row.source);
+            if (row.keepUnselected) {
+                Record source;
+                row.source->GetPixel(x, row.y, source);
+                KeepUnselected(pixel, source, *row.data);
+            }
+            out >>= pixel;
         }
-        out >>= pixel;
-    }
+    };
+    WithCursors<Record>(row.y, loop, row.destination->FImage());
 }
 
 /// Mean of n x n calls at places around the pixel, all with the same source pixel.
@@ -78,28 +79,41 @@ Record SuperSampled(KPositionRow const& row, int x, Record& source, F const& f)
     return result;
 }
 
-/// @param f  callable as f(source pixel, position), returning the record
-template <class Record, class F> void PositionRow(KPositionRow const& row, F const& f)
+/// @param f  callable as f(source pixel, position, x), returning the record
+template <class Record, class F> void PositionLoop(KPositionRow const& row, F const& f)
 {
     KProcessImageData const& data = *row.data;
-    bool const all = data.AllChannels();
+    bool const all = data.AllChannels(), preDivide = data.preDivide;
     auto const width = static_cast<float>(row.width);
     float const y = static_cast<float>(row.y) / static_cast<float>(row.height) / row.frameAspect;
-    WithCursors<Record>(row.source->FImage(), row.destination->FImage(), row.y, [&](auto in, auto out) {
+    auto const loop = [&](auto in, auto out) {
         for (int x = 0; x < row.width; ++x) {
             Record source;
             source >>= in;
             std::remove_reference_t<decltype(source.alpha)> alpha = 0;
-            if (data.preDivide) PixelPreDivide(source, alpha);
+            if (preDivide) PixelPreDivide(source, alpha);
             KVector2 position(static_cast<float>(x) / width, y);
-            Record result = data.superSample == 1 ? f(source, position) : SuperSampled(row, x, source, f);
+            Record result = f(source, position, x);
             if (!all) KeepUnselected(result, source, data);
             // Words beyond the colour are the source's: the effect's own go no further than its record.
             for (int w = 0; w < 4; ++w) source.word[w] = result.word[w];
-            if (data.preDivide) PixelPostMultiply(source, alpha);
+            if (preDivide) PixelPostMultiply(source, alpha);
             out >>= source;
         }
-    });
+    };
+    WithCursors<Record>(row.y, loop, row.source->FImage(), row.destination->FImage());
+}
+
+/// @param f  callable as f(source pixel, position), returning the record
+template <class Record, class F> void PositionRow(KPositionRow const& row, F const& f)
+{
+    // Two loops: a pixel that a call may hold on to would live in memory in both.
+    if (row.data->superSample == 1)
+        PositionLoop<Record>(row,
+                             [&](Record& source, KVector2& position, int) { return f(source, position); });
+    else
+        PositionLoop<Record>(
+            row, [&](Record& source, KVector2&, int x) { return SuperSampled(row, x, source, f); });
 }
 
 } // namespace ombrelune

@@ -74,8 +74,18 @@ public:
     // One pixel, through a cursor of its own: row loops use one cursor instead.
 
     /// No check of the position.
-    template <class Record> void GetPixel(int x, int y, Record& r) const { PixPtr(image_, x, y).GetPixel(r); }
-    template <class Record> void SetPixel(int x, int y, Record const& r) { PixPtr(image_, x, y).SetPixel(r); }
+    template <class Record> void GetPixel(int x, int y, Record& r) const
+    {
+        if (image_->Layout() == kPlainLayout<Record>)
+            PlainPixPtr<StoredWord<Record>>(image_, x, y).GetPixel(r);
+        else PixPtr(image_, x, y).GetPixel(r);
+    }
+    template <class Record> void SetPixel(int x, int y, Record const& r)
+    {
+        if (image_->Layout() == kPlainLayout<Record>)
+            PlainPixPtr<StoredWord<Record>>(image_, x, y).SetPixel(r);
+        else PixPtr(image_, x, y).SetPixel(r);
+    }
     /// Colour words are 0 outside, and the auxiliary words of the record stay.
     template <class Record> void GetPixelB(int x, int y, Record& r) const
     {

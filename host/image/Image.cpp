@@ -81,6 +81,8 @@ Ref<Image> NewImageTagList(TagList const& tags)
         TakeBuffer(static_cast<std::size_t>(image->auxRowBytes_) * static_cast<std::size_t>(image->height_));
     if (!image->main_ || (!image->aux_ && image->auxRowBytes_ > 0)) return nullptr;
     image->hooks_ = &HooksFor(image->depth_, !image->IsPlain());
+    if (image->IsPlain() && image->depth_ == kDepthInt16) image->layout_ = PixelLayout::kPlainInt16;
+    if (image->IsPlain() && image->depth_ == kDepthFloat) image->layout_ = PixelLayout::kPlainFloat;
     return image;
 }
 

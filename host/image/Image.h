@@ -17,6 +17,10 @@ class Image;
 /// Picture depths. Everything from half up is float, see Image::IsFloat.
 enum ImageDepth { kDepthInt8 = 5, kDepthInt16 = 6, kDepthHalf = 7, kDepthFloat = 8 };
 
+/// Whether the stored words are a record's own, so that cursors go straight to memory. A picture with
+/// auxiliary channels or of another depth is general.
+enum class PixelLayout : unsigned char { kGeneral, kPlainInt16, kPlainFloat };
+
 enum EdgeModes { kEdgeBlack = 0, kEdgeWrap = 1, kEdgeDuplicate = 2 };
 
 enum ColorSpaceType {
@@ -104,6 +108,8 @@ public:
     /// True when the picture has nothing but blue, green, red and alpha.
     bool IsPlain() const { return auxChannels_.empty(); }
 
+    PixelLayout Layout() const { return layout_; }
+
     int PixelBytes() const { return pixelBytes_; }
     int AuxFloats() const { return static_cast<int>(auxChannels_.size()); }
     std::byte* MainRow(int y) const { return main_.get() + static_cast<std::ptrdiff_t>(y) * rowBytes_; }
@@ -181,6 +187,7 @@ private:
     std::vector<int> auxChannels_;
     PooledBuffer main_, aux_;
     PixelHooks const* hooks_ = nullptr;
+    PixelLayout layout_ = PixelLayout::kGeneral;
     std::once_flag satOnce_;
     std::unique_ptr<SummedAreaTable> sat_;
 };

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <type_traits>
+
 #include "host/image/Image.h"
-#include "host/image/PixelCodec.h"
+#include "host/image/Vector4.h"
 
 namespace ombrelune {
 
@@ -25,9 +27,7 @@ protected:
 class PixPtr : public SimplePixPtr {
 public:
     explicit PixPtr(Image* image)
-        : SimplePixPtr(image), auxStep_(image->AuxFloats()), hooks_(image->Hooks()),
-          plainInt_(image->IsPlain() && image->Depth() == kDepthInt16),
-          plainFloat_(image->IsPlain() && image->Depth() == kDepthFloat)
+        : SimplePixPtr(image), auxStep_(image->AuxFloats()), hooks_(&image->Hooks()), layout_(image->Layout())
     {}
     PixPtr(Image* image, int x, int y) : PixPtr(image) { GotoXY(x, y); }
 
@@ -49,26 +49,24 @@ public:
 
     void GetPixel(Pixel& record) const
     {
-        if (!plainInt_) return hooks_.readInt(record, main_, aux_, *image_);
-        auto const* stored = reinterpret_cast<std::uint16_t const*>(main_);
-        for (int i = 0; i < 4; ++i) record.word[i] = stored[i];
+        if (layout_ != PixelLayout::kPlainInt16) return hooks_->readInt(record, main_, aux_, *image_);
+        Store(LoadUInt4(reinterpret_cast<std::uint16_t const*>(main_)), record.word);
         record.DropAux();
     }
     void GetPixel(FltPixel& record) const
     {
-        if (!plainFloat_) return hooks_.readFloat(record, main_, aux_, *image_);
+        if (layout_ != PixelLayout::kPlainFloat) return hooks_->readFloat(record, main_, aux_, *image_);
         std::memcpy(record.word, main_, sizeof record.word);
         record.DropAux();
     }
     void SetPixel(Pixel const& record)
     {
-        if (!plainInt_) return hooks_.writeInt(record, main_, aux_, *image_);
-        auto* stored = reinterpret_cast<std::uint16_t*>(main_);
-        for (int i = 0; i < 4; ++i) stored[i] = PixelCodec<std::uint16_t>::FromInt(record.word[i]);
+        if (layout_ != PixelLayout::kPlainInt16) return hooks_->writeInt(record, main_, aux_, *image_);
+        Store(LoadUInt4(record.word), reinterpret_cast<std::uint16_t*>(main_));
     }
     void SetPixel(FltPixel const& record)
     {
-        if (!plainFloat_) return hooks_.writeFloat(record, main_, aux_, *image_);
+        if (layout_ != PixelLayout::kPlainFloat) return hooks_->writeFloat(record, main_, aux_, *image_);
         std::memcpy(main_, record.word, sizeof record.word);
     }
     template <class Record> void GetPixel(int x, int y, Record& record)
@@ -106,9 +104,16 @@ public:
 private:
     std::ptrdiff_t auxStep_;
     float* aux_ = nullptr;
-    PixelHooks hooks_;
-    bool plainInt_, plainFloat_;
+    PixelHooks const* hooks_;
+    PixelLayout layout_;
 };
+
+/// What a plain picture of a record's own words stores, and the layout that says so.
+template <class Record>
+using StoredWord = std::conditional_t<std::is_same_v<Record, Pixel>, std::uint16_t, float>;
+template <class Record>
+constexpr PixelLayout kPlainLayout =
+    std::is_same_v<Record, Pixel> ? PixelLayout::kPlainInt16 : PixelLayout::kPlainFloat;
 
 /// Cursor on a plain picture whose stored words are the record's own kind, known at compile time so that a
 /// row loop becomes loads and stores: std::uint16_t with Pixel, float with FltPixel.
@@ -116,18 +121,25 @@ template <class Stored> class PlainPixPtr {
 public:
     PlainPixPtr(Image* image, int x, int y) : words_(reinterpret_cast<Stored*>(image->MainRow(y)) + 4 * x) {}
 
+    template <class Word> void GetPixel(PixelRecord<Word>& record) const
+    {
+        if constexpr (std::is_same_v<Stored, float>) Store(LoadFloat4(words_), record.word);
+        else Store(LoadUInt4(words_), record.word);
+        record.DropAux();
+    }
+    template <class Word> void SetPixel(PixelRecord<Word> const& record)
+    {
+        if constexpr (std::is_same_v<Stored, float>) Store(LoadFloat4(record.word), words_);
+        else Store(LoadUInt4(record.word), words_);
+    }
     template <class Word> friend void operator>>=(PixelRecord<Word>& record, PlainPixPtr& cursor)
     {
-        for (int i = 0; i < 4; ++i) record.word[i] = static_cast<Word>(cursor.words_[i]);
-        record.DropAux();
+        cursor.GetPixel(record);
         cursor.words_ += 4;
     }
     template <class Word> friend void operator>>=(PlainPixPtr& cursor, PixelRecord<Word> const& record)
     {
-        for (int i = 0; i < 4; ++i) {
-            if constexpr (std::is_same_v<Word, Stored>) cursor.words_[i] = record.word[i];
-            else cursor.words_[i] = PixelCodec<Stored>::FromInt(record.word[i]);
-        }
+        cursor.SetPixel(record);
         cursor.words_ += 4;
     }
 

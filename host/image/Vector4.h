@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <cstring>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
+#ifdef __SSE4_1__
+#include <smmintrin.h>
 #endif
 
 namespace ombrelune {
@@ -18,7 +18,7 @@ using Double2 [[gnu::vector_size(16)]] = double;
 
 inline UInt4 LoadUInt4(std::uint16_t const* words)
 {
-#ifdef __SSE2__ // the general form takes GCC twice the instructions
+#ifdef __SSE4_1__ // the general form takes GCC twice the instructions
     __m128i const packed = _mm_loadl_epi64(reinterpret_cast<__m128i const*>(words));
     return reinterpret_cast<UInt4>(_mm_unpacklo_epi16(packed, _mm_setzero_si128()));
 #else
@@ -58,15 +58,17 @@ inline void Store(Float4 vector, std::uint32_t* words)
 /// Values limited to 65535.
 inline void Store(UInt4 vector, std::uint16_t* words)
 {
-    UInt4 const limited = vector | reinterpret_cast<UInt4>(reinterpret_cast<Int4>(vector >> 16) > 0);
-#ifdef __SSE2__
-    // The low halves as signed numbers pass through the signed pack unchanged.
-    __m128i const halves = _mm_srai_epi32(_mm_slli_epi32(reinterpret_cast<__m128i>(limited), 16), 16);
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(words), _mm_packs_epi32(halves, halves));
+#ifdef __SSE4_1__
+    __m128i const limited = _mm_min_epu32(reinterpret_cast<__m128i>(vector), _mm_set1_epi32(65535));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(words), _mm_packus_epi32(limited, limited));
 #else
+    UInt4 const limited = vector | reinterpret_cast<UInt4>(reinterpret_cast<Int4>(vector >> 16) > 0);
     for (int i = 0; i < 4; ++i) words[i] = static_cast<std::uint16_t>(limited[i]);
 #endif
 }
+
+/// Blue, green, red, alpha from red, green, blue, alpha, and the other way round.
+template <class Vector> Vector RedBlueSwapped(Vector v) { return __builtin_shufflevector(v, v, 2, 1, 0, 3); }
 
 /// Four channels in doubles, for sums over many pixels.
 struct Sum4 {
@@ -81,7 +83,7 @@ struct Sum4 {
 
 inline Sum4 ToSum4(Float4 v)
 {
-#ifdef __SSE2__
+#ifdef __SSE4_1__
     return {_mm_cvtps_pd(v), _mm_cvtps_pd(_mm_movehl_ps(v, v))};
 #else
     return {{v[0], v[1]}, {v[2], v[3]}};
@@ -90,7 +92,7 @@ inline Sum4 ToSum4(Float4 v)
 
 inline Float4 ToFloat4(Sum4 sum)
 {
-#ifdef __SSE2__
+#ifdef __SSE4_1__
     return _mm_movelh_ps(_mm_cvtpd_ps(sum.low), _mm_cvtpd_ps(sum.high));
 #else
     return Float4{static_cast<float>(sum[0]), static_cast<float>(sum[1]), static_cast<float>(sum[2]),

@@ -10,13 +10,15 @@ namespace {
 
 using namespace test;
 
-/// Sets every slider, box, button row and colour to something within its range.
+/// Sets most sliders, boxes, button rows and colours to something within their range; seed 0 sets none.
 void Shake(KEffect& effect, std::uint32_t seed)
 {
     std::mt19937 random(seed);
     std::uniform_real_distribution<float> unit(0.0F, 1.0F);
+    if (seed == 0) return;
     for (KParameter* parameter : effect.parameters.Each<KParameter>()) {
         float const low = parameter->minimum, high = parameter->maximum;
+        if (random() % 5 == 0) continue; // what depends on a default is reached too
         switch (parameter->control) {
         case KCT_Slider:
         case KCT_Screw:
@@ -49,7 +51,7 @@ class EveryTool : public testing::TestWithParam<std::string> {};
 TEST_P(EveryTool, GivesTheSameBytesByRowsOrPixelsOnOneThreadOrTwo)
 {
     KEffectFactory const& factory = *FindEffectFactory(GetParam());
-    for (std::uint32_t seed = 1; seed <= 6; ++seed) {
+    for (std::uint32_t seed = 0; seed <= 6; ++seed) {
         for (int depth : {kDepthInt8, kDepthInt16, kDepthHalf, kDepthFloat}) {
             SCOPED_TRACE(testing::Message() << "seed " << seed << " depth " << depth);
             Picture const source = MakeBusyPicture(depth, 277, 23);

@@ -2,6 +2,7 @@
 // hue.
 
 #include "framework/Registration.h"
+#include "image/ColorVectors.h"
 
 namespace ombrelune {
 
@@ -37,6 +38,24 @@ public:
     KColor32 F(KColor32 const& c) override { return Corrected(c); }
     KColor F(KColor const& c) override { return Corrected(c); }
 
+    static constexpr bool kOwnSpan = true;
+    void Span(KColor32* colors, int count) override
+    {
+        HLSCorrection const correction = Correction();
+        auto const four = [&](FourColors<Int4>& c) {
+            Float4 r = FloatsFrom16(c.red), g = FloatsFrom16(c.green), b = FloatsFrom16(c.blue);
+            CorrectHLS(correction, r, g, b);
+            c = {Truncate16(r), Truncate16(g), Truncate16(b), c.alpha};
+        };
+        ForFours(colors, count, four, [this](KColor32 const& c) { return Corrected(c); });
+    }
+    void Span(KColor* colors, int count) override
+    {
+        HLSCorrection const correction = Correction();
+        auto const four = [&](FourColors<Float4>& c) { CorrectHLS(correction, c.red, c.green, c.blue); };
+        ForFours(colors, count, four, [this](KColor const& c) { return Corrected(c); });
+    }
+
     float hue; // in turns
     float saturationMultiply, saturationAdd;
     float lightnessMultiply, lightnessAdd;
@@ -47,6 +66,10 @@ private:
     {
         return c.CorrectHLS(hue, saturationAdd, lightnessAdd, saturationMultiply, lightnessMultiply,
                             colorize);
+    }
+    HLSCorrection Correction() const
+    {
+        return {hue, saturationAdd, lightnessAdd, saturationMultiply, lightnessMultiply, colorize};
     }
 };
 

@@ -4,9 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 #include "framework/Registration.h"
+#include "host/value/Parallel.h"
+#include "image/ColorVectors.h"
+#include "image/Power.h"
 
 namespace ombrelune {
 
@@ -57,23 +61,40 @@ public:
         for (int c = 0; c < 3; ++c)
             curves[c] = MakeCurve({is[0][c], is[1][c], is[2][c]}, {should[0][c], should[1][c], should[2][c]});
         // Three look-ups cost an integer pixel less than three powers.
-        if (data.depth == 1) FillTable();
+        if (data.depth == 1) FillTables();
         return KEffectColor::Init(image);
     }
 
     void Done(KImage** destination) override
     {
-        table = {};
+        for (auto& table : tables) table = {};
         KEffectColor::Done(destination);
     }
 
     KColor32 F(KColor32 const& c) override
     {
-        return {table[Row(c.red)].red, table[Row(c.green)].green, table[Row(c.blue)].blue, c.alpha};
+        return {tables[0][Row(c.red)], tables[1][Row(c.green)], tables[2][Row(c.blue)], c.alpha};
     }
     KColor F(KColor const& c) override
     {
-        return {curves[0].At(c.red), curves[1].At(c.green), curves[2].At(c.blue), c.alpha};
+        return {Bent(curves[0], c.red), Bent(curves[1], c.green), Bent(curves[2], c.blue), c.alpha};
+    }
+
+    static constexpr bool kOwnSpan = true;
+    void Span(KColor32* colors, int count) override
+    {
+        std::uint16_t const* const columns[] = {tables[0].data(), tables[1].data(), tables[2].data()};
+        for (int i = 0; i < count; ++i) {
+            KColor32& c = colors[i];
+            c = {columns[0][Row(c.red)], columns[1][Row(c.green)], columns[2][Row(c.blue)], c.alpha};
+        }
+    }
+    void Span(KColor* colors, int count) override
+    {
+        auto const four = [this](FourColors<Float4>& c) {
+            c = {Bent(curves[0], c.red), Bent(curves[1], c.green), Bent(curves[2], c.blue), c.alpha};
+        };
+        ForFours(colors, count, four, [this](KColor const& c) { return KEffectMatchColor::F(c); });
     }
 
     struct Match {
@@ -94,11 +115,14 @@ private:
         float gain = 1.0F, gamma = 1.0F;
         bool isCurved;
 
-        float At(float v) const
+        /// @param power  callable as power(base, gamma)
+        template <class F, class Power> F At(F const& v, Power const& power) const
         {
-            float const x = v - source;
-            return isCurved && x > 0.0F ? target + std::pow(x / sourceSpan, gamma) * targetSpan
-                                        : target + x * gain;
+            F const x = v - source, straight = target + x * gain;
+            if (!isCurved) return straight;
+            F const ratio = x / sourceSpan;
+            F const curved = target + (gamma == 1.0F ? ratio : power(ratio, gamma)) * targetSpan;
+            return Select(x > F{}, curved, straight);
         }
     };
 
@@ -136,20 +160,30 @@ private:
         return curve;
     }
 
+    template <class F> static F Bent(Curve const& curve, F const& v)
+    {
+        return curve.At(v, [](F const& base, float gamma) { return Power(base, gamma); });
+    }
+
     static std::size_t Row(int word) { return static_cast<std::size_t>(std::clamp(word, 0, 65535)); }
 
-    void FillTable()
+    void FillTables()
     {
-        auto const word = [](float v) { return static_cast<int>(std::clamp(v * 65536.0, 0.0, 65535.0)); };
-        table.resize(65536);
-        for (std::size_t i = 0; i < table.size(); ++i) {
-            auto const v = static_cast<float>(static_cast<double>(i) / 65536.0);
-            table[i] = {word(curves[0].At(v)), word(curves[1].At(v)), word(curves[2].At(v)), 0};
-        }
+        constexpr int kPart = 1024;
+        for (auto& table : tables) table.resize(65536);
+        auto const power = [](float base, float gamma) { return std::pow(base, gamma); };
+        ParallelFor(65536 / kPart, [&](int part) {
+            for (int i = part * kPart; i < (part + 1) * kPart; ++i)
+                for (int c = 0; c < 3; ++c) {
+                    double const v = curves[c].At(static_cast<float>(i / 65536.0), power) * 65536.0;
+                    tables[c][static_cast<std::size_t>(i)] =
+                        static_cast<std::uint16_t>(std::clamp(v, 0.0, 65535.0));
+                }
+        });
     }
 
     Curve curves[3];
-    std::vector<KColor32> table; // each channel looks up its own column
+    std::vector<std::uint16_t> tables[3]; // of red, green, blue; apart, so that a core's cache holds them
 };
 
 OMBRELUNE_TOOL(BF_MatchColor, BF_ThreadedOperator, KEffectMatchColor);

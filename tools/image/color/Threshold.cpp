@@ -1,9 +1,12 @@
 // Threshold: compares a channel with a threshold and gives a step, a soft ramp, or a ramp that repeats; the
 // result is written to all four channels, alpha included.
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "framework/Registration.h"
+#include "image/ColorVectors.h"
 
 namespace ombrelune {
 
@@ -101,6 +104,31 @@ public:
         return {ramps[0].At(v), ramps[1].At(v), ramps[2].At(v), ramps[3].At(v)};
     }
 
+    // Without softness it is one comparison a channel, by lanes.
+    static constexpr bool kOwnSpan = true;
+    void Span(KColor32* colors, int count) override
+    {
+        auto const one = [this](KColor32 const& c) { return KEffectThreshold::F(c); };
+        if (!IsHard()) return ForEach(colors, count, one);
+        auto const four = [this](FourColors<Int4>& c) {
+            FourColors<Float4> const v = Tested(FourColors<Float4>{
+                FloatsFrom16(c.red), FloatsFrom16(c.green), FloatsFrom16(c.blue), FloatsFrom16(c.alpha)});
+            c = {Truncate16(ramps[0].Step(v.red)), Truncate16(ramps[1].Step(v.green)),
+                 Truncate16(ramps[2].Step(v.blue)), Truncate16(ramps[3].Step(v.alpha))};
+        };
+        ForFours(colors, count, four, one);
+    }
+    void Span(KColor* colors, int count) override
+    {
+        auto const one = [this](KColor const& c) { return KEffectThreshold::F(c); };
+        if (!IsHard()) return ForEach(colors, count, one);
+        auto const four = [this](FourColors<Float4>& c) {
+            FourColors<Float4> const v = Tested(c);
+            c = {ramps[0].Step(v.red), ramps[1].Step(v.green), ramps[2].Step(v.blue), ramps[3].Step(v.alpha)};
+        };
+        ForFours(colors, count, four, one);
+    }
+
     struct Curve {
         float threshold, softness, repeat;
         bool pingPong;
@@ -123,12 +151,48 @@ private:
             float const result = v <= low ? 0.0F : v >= high ? endValue : Between(v);
             return invert ? 1.0F - result : result;
         }
+        /// As At of each lane, without softness.
+        Float4 Step(Float4 v) const
+        {
+            Float4 const zero{};
+            Float4 const below = zero + (invert ? 1.0F : 0.0F);
+            Float4 const above = zero + (invert ? 1.0F - endValue : endValue);
+            // What is neither below nor above is not a number, and stays that.
+            return Select(v > zero + low, above, Select(v <= zero + low, below, v));
+        }
         float Between(float v) const
         {
             float const t = repeat * (v - threshold + halfSoftness) / softness;
             return pingPong ? PingPong(t) : std::fmod(t, 1.0F);
         }
     };
+
+    bool IsHard() const
+    {
+        return std::all_of(std::begin(ramps), std::end(ramps),
+                           [](Ramp const& r) { return r.softness == 0.0F; });
+    }
+
+    template <class Color, class One> static void ForEach(Color* colors, int count, One const& one)
+    {
+        for (int i = 0; i < count; ++i) colors[i] = one(colors[i]);
+    }
+
+    /// What each channel compares with its threshold.
+    FourColors<Float4> Tested(FourColors<Float4> const& c) const
+    {
+        auto const same = [](Float4 v) { return FourColors<Float4>{v, v, v, v}; };
+        switch (channel) {
+        case 0: return same(c.red);
+        case 1: return same(c.green);
+        case 2: return same(c.blue);
+        case 3: return same(c.alpha);
+        case kTestEach: return c;
+        default:
+            return same((Larger(Larger(c.red, c.green), c.blue) + Smaller(Smaller(c.red, c.green), c.blue)) /
+                        2.0F);
+        }
+    }
 
     Ramp MakeRamp(Curve const& own) const
     {
