@@ -30,8 +30,9 @@ Ref<Image> WeaveFields(Image const& lower, Image const& upper)
     for (int y = 0; y < frame->Height(); ++y) {
         Image const& field = y % 2 ? upper : lower;
         std::memcpy(frame->MainRow(y), field.MainRow(y / 2), frame->RowBytes());
-        std::memcpy(frame->AuxRow(y), field.AuxRow(y / 2),
-                    static_cast<std::size_t>(frame->Width() * frame->AuxFloats()) * sizeof(float));
+        if (!frame->IsPlain())
+            std::memcpy(frame->AuxRow(y), field.AuxRow(y / 2),
+                        static_cast<std::size_t>(frame->Width() * frame->AuxFloats()) * sizeof(float));
     }
     frame->yOffset = 0.0;
     return frame;
