@@ -35,7 +35,9 @@ template <class F> F Power(F base, float exponent)
     F const m = std::bit_cast<F>(bits - n * (1 << 23));
 
     F const s = (m - 1.0F) / (m + 1.0F), q = s * s;
-    F const series = ((((q * 0.11111111F + 0.14285715F) * q + 0.2F) * q + 0.33333334F) * q) * s + s;
+    // Polynomials are summed in pairs: one after the other, each step would wait for the last.
+    F const odd = (q * 0.2F + 0.33333334F) + (q * q) * (q * 0.11111111F + 0.14285715F);
+    F const series = (odd * q) * s + s;
     F const logM = series * 2.88539008F; // 2 / ln 2
 
     float const upper = std::bit_cast<float>(std::bit_cast<std::uint32_t>(exponent) & 0xfffff000U);
@@ -46,11 +48,10 @@ template <class F> F Power(F base, float exponent)
     I const k = Truncated(limited + 128.5F) - 128;
     F const whole = Floats(k);
     F const t = ((exact - whole) + rest) * 0.69314718F;
-    F const tail =
-        ((((t * 1.9841270e-4F + 1.3888889e-3F) * t + 8.3333333e-3F) * t + 0.041666667F) * t + 0.16666667F) *
-            t +
-        0.5F;
-    F const fraction = (tail * t) * t + t + 1.0F;
+    F const t2 = t * t;
+    F const tail = (t * 0.16666667F + 0.5F) +
+                   t2 * ((t * 8.3333333e-3F + 0.041666667F) + t2 * (t * 1.9841270e-4F + 1.3888889e-3F));
+    F const fraction = tail * t2 + t + 1.0F;
     F const result = fraction * std::bit_cast<F>((k + 127) * (1 << 23));
 
     F const infinite = zero + std::numeric_limits<float>::infinity();

@@ -113,8 +113,8 @@ public:
         auto const four = [this](FourColors<Int4>& c) {
             FourColors<Float4> const v = Tested(FourColors<Float4>{
                 FloatsFrom16(c.red), FloatsFrom16(c.green), FloatsFrom16(c.blue), FloatsFrom16(c.alpha)});
-            c = {Truncate16(ramps[0].Step(v.red)), Truncate16(ramps[1].Step(v.green)),
-                 Truncate16(ramps[2].Step(v.blue)), Truncate16(ramps[3].Step(v.alpha))};
+            c = {ramps[0].Step16(v.red), ramps[1].Step16(v.green), ramps[2].Step16(v.blue),
+                 ramps[3].Step16(v.alpha)};
         };
         ForFours(colors, count, four, one);
     }
@@ -159,6 +159,13 @@ private:
             Float4 const above = zero + (invert ? 1.0F - endValue : endValue);
             // What is neither below nor above is not a number, and stays that.
             return Select(v > zero + low, above, Select(v <= zero + low, below, v));
+        }
+        /// The same as words of a 16-bit pixel, of lanes that are numbers.
+        Int4 Step16(Float4 v) const
+        {
+            Int4 const below = Int4{} + static_cast<int>(Truncate16(invert ? 1.0F : 0.0F));
+            Int4 const above = Int4{} + static_cast<int>(Truncate16(invert ? 1.0F - endValue : endValue));
+            return Select(v > Float4{} + low, above, below);
         }
         float Between(float v) const
         {
