@@ -142,7 +142,7 @@ inline bool RatioRows(std::string const& name, Prepare const& prepare,
                         RatioBench(state, {Noise(size.width, size.height, depth), threads}, prepare);
                     })
                     ->UseManualTime()
-                    ->Iterations(15)
+                    ->Iterations(40)
                     ->Unit(benchmark::kMillisecond);
             }
         }

@@ -114,13 +114,11 @@ public:
     /// Complement of the lightness (mode 1), of the hue (2) or of each channel (any other); alpha is kept.
     KColor Inverse(int mode) const
     {
+        if (mode != 1 && mode != 2) return {1.0F - red, 1.0F - green, 1.0F - blue, alpha};
         float const mirror = 2.0F * (red + green + blue) / 3.0F;
-        if (mode == 1) {
-            float const shift = 1.0F - mirror;
-            return {red + shift, green + shift, blue + shift, alpha};
-        }
-        float const from = mode == 2 ? mirror : 1.0F;
-        return {from - red, from - green, from - blue, alpha};
+        if (mode == 2) return {mirror - red, mirror - green, mirror - blue, alpha};
+        float const shift = 1.0F - mirror;
+        return {red + shift, green + shift, blue + shift, alpha};
     }
 
     /// Hue (in turns) is added, or set when mode is not 0; saturation and lightness become gain times old

@@ -83,13 +83,11 @@ public:
             c.alpha = alpha;
             return c;
         };
+        if (mode != 1 && mode != 2) return limited(65535 - red, 65535 - green, 65535 - blue);
         int const mirror = 2 * (red + green + blue) / 3;
-        if (mode == 1) {
-            int const shift = 65535 - mirror;
-            return limited(red + shift, green + shift, blue + shift);
-        }
-        int const from = mode == 2 ? mirror : 65535;
-        return limited(from - red, from - green, from - blue);
+        if (mode == 2) return limited(mirror - red, mirror - green, mirror - blue);
+        int const shift = 65535 - mirror;
+        return limited(red + shift, green + shift, blue + shift);
     }
 
     /// As KColor::CorrectHLS.

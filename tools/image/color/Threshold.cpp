@@ -2,6 +2,7 @@
 // result is written to all four channels, alpha included.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 
@@ -110,11 +111,17 @@ public:
     {
         auto const one = [this](KColor32 const& c) { return KEffectThreshold::F(c); };
         if (!IsHard()) return ForEach(colors, count, one);
-        auto const four = [this](FourColors<Int4>& c) {
-            FourColors<Float4> const v = Tested(FourColors<Float4>{
-                FloatsFrom16(c.red), FloatsFrom16(c.green), FloatsFrom16(c.blue), FloatsFrom16(c.alpha)});
-            c = {ramps[0].Step16(v.red), ramps[1].Step16(v.green), ramps[2].Step16(v.blue),
-                 ramps[3].Step16(v.alpha)};
+        std::array<Step, 4> const steps = Steps();
+        if (IsOneForAll()) {
+            auto const four = [&](FourColors<Int4>& c) {
+                Int4 const result = steps[0].At16(Tested(c).red);
+                c = {result, result, result, result};
+            };
+            return ForFours(colors, count, four, one);
+        }
+        auto const four = [&](FourColors<Int4>& c) {
+            FourColors<Float4> const v = Tested(c);
+            c = {steps[0].At16(v.red), steps[1].At16(v.green), steps[2].At16(v.blue), steps[3].At16(v.alpha)};
         };
         ForFours(colors, count, four, one);
     }
@@ -122,9 +129,17 @@ public:
     {
         auto const one = [this](KColor const& c) { return KEffectThreshold::F(c); };
         if (!IsHard()) return ForEach(colors, count, one);
-        auto const four = [this](FourColors<Float4>& c) {
+        std::array<Step, 4> const steps = Steps();
+        if (IsOneForAll()) {
+            auto const four = [&](FourColors<Float4>& c) {
+                Float4 const result = steps[0].At(Tested(c).red);
+                c = {result, result, result, result};
+            };
+            return ForFours(colors, count, four, one);
+        }
+        auto const four = [&](FourColors<Float4>& c) {
             FourColors<Float4> const v = Tested(c);
-            c = {ramps[0].Step(v.red), ramps[1].Step(v.green), ramps[2].Step(v.blue), ramps[3].Step(v.alpha)};
+            c = {steps[0].At(v.red), steps[1].At(v.green), steps[2].At(v.blue), steps[3].At(v.alpha)};
         };
         ForFours(colors, count, four, one);
     }
@@ -151,28 +166,39 @@ private:
             float const result = v <= low ? 0.0F : v >= high ? endValue : Between(v);
             return invert ? 1.0F - result : result;
         }
-        /// As At of each lane, without softness.
-        Float4 Step(Float4 v) const
-        {
-            Float4 const zero{};
-            Float4 const below = zero + (invert ? 1.0F : 0.0F);
-            Float4 const above = zero + (invert ? 1.0F - endValue : endValue);
-            // What is neither below nor above is not a number, and stays that.
-            return Select(v > zero + low, above, Select(v <= zero + low, below, v));
-        }
-        /// The same as words of a 16-bit pixel, of lanes that are numbers.
-        Int4 Step16(Float4 v) const
-        {
-            Int4 const below = Int4{} + static_cast<int>(Truncate16(invert ? 1.0F : 0.0F));
-            Int4 const above = Int4{} + static_cast<int>(Truncate16(invert ? 1.0F - endValue : endValue));
-            return Select(v > Float4{} + low, above, below);
-        }
         float Between(float v) const
         {
             float const t = repeat * (v - threshold + halfSoftness) / softness;
             return pingPong ? PingPong(t) : std::fmod(t, 1.0F);
         }
     };
+
+    /// A ramp without softness: what lies above the threshold gets one value and the rest another.
+    struct Step {
+        float low, below, above;
+
+        Float4 At(Float4 v) const
+        {
+            Float4 const zero{};
+            // What is neither above nor below is not a number, and stays that.
+            return Select(v > zero + low, zero + above, Select(v <= zero + low, zero + below, v));
+        }
+        /// As words of a 16-bit pixel, of lanes that are numbers.
+        Int4 At16(Float4 v) const
+        {
+            return Select(v > Float4{} + low, Int4{} + static_cast<int>(Truncate16(above)),
+                          Int4{} + static_cast<int>(Truncate16(below)));
+        }
+    };
+    std::array<Step, 4> Steps() const
+    {
+        auto const step = [this](Ramp const& r) {
+            return invert ? Step{r.low, 1.0F, 1.0F - r.endValue} : Step{r.low, 0.0F, r.endValue};
+        };
+        return {step(ramps[0]), step(ramps[1]), step(ramps[2]), step(ramps[3])};
+    }
+    /// One value is compared with one threshold for all four channels.
+    bool IsOneForAll() const { return channel != kTestEach && lockThreshold && lockRepeat; }
 
     bool IsHard() const
     {
@@ -186,6 +212,11 @@ private:
     }
 
     /// What each channel compares with its threshold.
+    FourColors<Float4> Tested(FourColors<Int4> const& c) const
+    {
+        return Tested(FourColors<Float4>{FloatsFrom16(c.red), FloatsFrom16(c.green), FloatsFrom16(c.blue),
+                                         FloatsFrom16(c.alpha)});
+    }
     FourColors<Float4> Tested(FourColors<Float4> const& c) const
     {
         auto const same = [](Float4 v) { return FourColors<Float4>{v, v, v, v}; };
