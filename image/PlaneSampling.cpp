@@ -27,11 +27,12 @@ bool IsBeforeSeam(int const (&places)[4], int size)
     return *std::max_element(places, places + 4) <= std::int64_t{size - 1} << 16;
 }
 
-/// Where the ray through x, y meets the plane z' = 0, through the matrix.
+/// Where the ray through x, y meets the plane, through the matrix. The depth comes from the third column and
+/// not from the third row: callers count on these elements.
 KVector3 OnPlane(double x, double y, KMatrix4 const& m)
 {
     double const d = m[10] == 0.0F ? 1.0 : m[10];
-    double const z = (-m[8] * x - m[9] * y - m[11]) / d;
+    double const z = (-m[2] * x - m[6] * y - m[14]) / d;
     return m * KVector3(static_cast<float>(x), static_cast<float>(y), static_cast<float>(z));
 }
 

@@ -81,17 +81,18 @@ TEST(PlaneSampling, NearestTruncatesTowardZero)
 TEST(PlaneSampling, FollowsTheRayToThePlane)
 {
     Owned const image = NoiseImage(64, 64, kDepthFloat);
-    // Turned about x by 60 degrees: z is chosen so that z' is 0, and then y' = y / cos(60).
+    // Turned about x by an angle with cosine 0.8 and sine 0.6: z = 0.6 y / 0.8, and y' = 0.8 y - 0.6 z = 0.35
+    // y.
     KMatrix4 tilted;
-    tilted.RotX(std::acos(0.5F));
-    FltPixel const tilt = GetImageFltPixelValueAt(0.25, 0.125, tilted, image.get(), kSampleInterpolated,
+    tilted.RotX(std::acos(0.8F));
+    FltPixel const tilt = GetImageFltPixelValueAt(0.25, 0.625, tilted, image.get(), kSampleInterpolated,
                                                   kEdgeDuplicate, 64, 64);
     FltPixel expected;
-    image->SamplePixelD(16, 16, expected);
+    image->SamplePixelD(16, 14, expected);
     EXPECT_NEAR(tilt.green, expected.green, 1e-3F);
 
     // Element 10 of 0 counts as 1: z = -(x + 1/8), and x' = x + z is -1/8 everywhere.
-    KMatrix4 const flat(1, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 0.125F, 0, 0, 0, 1);
+    KMatrix4 const flat(1, 0, 1, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0.125F, 1);
     FltPixel const seen =
         GetImageFltPixelValueAt(0.75, 0.5, flat, image.get(), kSampleNearest, kEdgeWrap, 64, 64);
     EXPECT_EQ(seen.red, At<FltPixel>(*image, 56, 32).red);
