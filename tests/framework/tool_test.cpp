@@ -537,12 +537,14 @@ struct KEffectTestBasket : KEffect {
     int ProcessType() override { return KProc_Shapes; }
     void ProcessData() override
     {
+        ++runs;
         static_cast<Basket*>(in)->apples += 1;
         out = in;
         in = nullptr;
     }
     void* in;
     void* out = nullptr;
+    inline static int runs = 0;
 };
 
 OMBRELUNE_TOOL(BF_TestBasket, BF_ThreadedOperator, KEffectTestBasket, .outputType = "Test.Basket");
@@ -556,6 +558,8 @@ TEST(ToolRender, ObjectsAreCopiedInAndHandedOn)
         Operator* const second = document.AddOperator(registry, "Second");
         second->MainInput(1)->ConnectTo(first->FindOutput("Output"));
         Renderer renderer(document, {});
+        renderer.PreCalc(*second, 0.0);
+        EXPECT_EQ(KEffectTestBasket::runs, 0) << "the pass before a render makes no objects";
         RenderResult const result = renderer.Evaluate(*second->FindOutput("Output"), 0.0);
         EXPECT_EQ(dynamic_cast<BasketParameter const&>(*result.value).basket->apples, 2);
         RenderResult const between = renderer.Evaluate(*first->FindOutput("Output"), 0.0);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <iterator>
+#include <type_traits>
 
 #include "framework/Registration.h"
 #include "image/ColorVectors.h"
@@ -107,42 +108,8 @@ public:
 
     // Without softness it is one comparison a channel, by lanes.
     static constexpr bool kOwnSpan = true;
-    void Span(KColor32* colors, int count) override
-    {
-        auto const one = [this](KColor32 const& c) { return KEffectThreshold::F(c); };
-        if (!IsHard()) return ForEach(colors, count, one);
-        std::array<Step, 4> const steps = Steps();
-        if (IsOneForAll()) {
-            auto const four = [&](FourColors<Int4>& c) {
-                Int4 const result = steps[0].At16(Tested(c).red);
-                c = {result, result, result, result};
-            };
-            return ForFours(colors, count, four, one);
-        }
-        auto const four = [&](FourColors<Int4>& c) {
-            FourColors<Float4> const v = Tested(c);
-            c = {steps[0].At16(v.red), steps[1].At16(v.green), steps[2].At16(v.blue), steps[3].At16(v.alpha)};
-        };
-        ForFours(colors, count, four, one);
-    }
-    void Span(KColor* colors, int count) override
-    {
-        auto const one = [this](KColor const& c) { return KEffectThreshold::F(c); };
-        if (!IsHard()) return ForEach(colors, count, one);
-        std::array<Step, 4> const steps = Steps();
-        if (IsOneForAll()) {
-            auto const four = [&](FourColors<Float4>& c) {
-                Float4 const result = steps[0].At(Tested(c).red);
-                c = {result, result, result, result};
-            };
-            return ForFours(colors, count, four, one);
-        }
-        auto const four = [&](FourColors<Float4>& c) {
-            FourColors<Float4> const v = Tested(c);
-            c = {steps[0].At(v.red), steps[1].At(v.green), steps[2].At(v.blue), steps[3].At(v.alpha)};
-        };
-        ForFours(colors, count, four, one);
-    }
+    void Span(KColor32* colors, int count) override { SpanOf<Int4>(colors, count); }
+    void Span(KColor* colors, int count) override { SpanOf<Float4>(colors, count); }
 
     struct Curve {
         float threshold, softness, repeat;
@@ -177,17 +144,15 @@ private:
     struct Step {
         float low, below, above;
 
-        Float4 At(Float4 v) const
+        /// Channels as floats, or as words of a 16-bit pixel, whose lanes are always numbers.
+        template <class Vector> Vector At(Float4 v) const
         {
             Float4 const zero{};
-            // What is neither above nor below is not a number, and stays that.
-            return Select(v > zero + low, zero + above, Select(v <= zero + low, zero + below, v));
-        }
-        /// As words of a 16-bit pixel, of lanes that are numbers.
-        Int4 At16(Float4 v) const
-        {
-            return Select(v > Float4{} + low, Int4{} + static_cast<int>(Truncate16(above)),
-                          Int4{} + static_cast<int>(Truncate16(below)));
+            if constexpr (std::is_same_v<Vector, Int4>)
+                return Select(v > zero + low, Int4{} + static_cast<int>(Truncate16(above)),
+                              Int4{} + static_cast<int>(Truncate16(below)));
+            else // What is neither above nor below is not a number, and stays that.
+                return Select(v > zero + low, zero + above, Select(v <= zero + low, zero + below, v));
         }
     };
     std::array<Step, 4> Steps() const
@@ -206,9 +171,27 @@ private:
                            [](Ramp const& r) { return r.softness == 0.0F; });
     }
 
-    template <class Color, class One> static void ForEach(Color* colors, int count, One const& one)
+    template <class Vector, class Color> void SpanOf(Color* colors, int count)
     {
-        for (int i = 0; i < count; ++i) colors[i] = one(colors[i]);
+        auto const one = [this](Color const& c) { return KEffectThreshold::F(c); };
+        if (!IsHard()) {
+            for (int i = 0; i < count; ++i) colors[i] = one(colors[i]);
+            return;
+        }
+        std::array<Step, 4> const steps = Steps();
+        if (IsOneForAll()) {
+            auto const four = [&](FourColors<Vector>& c) {
+                Vector const result = steps[0].template At<Vector>(Tested(c).red);
+                c = {result, result, result, result};
+            };
+            return ForFours(colors, count, four, one);
+        }
+        auto const four = [&](FourColors<Vector>& c) {
+            FourColors<Float4> const v = Tested(c);
+            c = {steps[0].template At<Vector>(v.red), steps[1].template At<Vector>(v.green),
+                 steps[2].template At<Vector>(v.blue), steps[3].template At<Vector>(v.alpha)};
+        };
+        ForFours(colors, count, four, one);
     }
 
     /// What each channel compares with its threshold.
