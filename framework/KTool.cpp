@@ -92,6 +92,11 @@ void KTool::StartProcess()
     if (KEffectImage* image = ImageEffect()) image->BufferTrailsSet(nullptr);
 }
 
+bool KTool::MayLeaveTrails() const
+{
+    return trailsInput && (trailsInput->Source() || NumberOf(trailsInput->Value().Get()) > 0.5);
+}
+
 void KTool::PreCalcProcess(Request* request)
 {
     for (KInput const* entry : inputs.Each<KInput>())

@@ -50,6 +50,9 @@ public:
     /// Shows or hides every input of the effect.
     void ShowInputs(bool show);
 
+    /// True when the tool's trails are on, or may be at some time.
+    bool MayLeaveTrails() const;
+
     KProcessImageData const& Data() const { return data; }
     KInputList const& EffectInputs() const { return inputs; }
 

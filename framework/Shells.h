@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "framework/KTool.h"
 #include "host/graph/FusionDoc.h"
 
@@ -15,6 +17,12 @@ public:
         Host::CheckRequest(request);
         PreProcess(request);
     }
+    bool ChecksRequests() const override
+    {
+        // The host's own bases but the plain one remember how a frame is wanted.
+        return preProcessNeeded || !std::is_same_v<Host, ThreadedOperator>;
+    }
+    bool KeepsHistory() const override { return MayLeaveTrails(); }
     void NotifyChanged(Input* input, Parameter* value, double time, TagList* tags) override
     {
         FusionDoc const* const document = this->Document();

@@ -64,7 +64,7 @@ ExitStatus Apply(ApplyOptions const& options)
         return kWrongInput;
     }
     Renderer renderer(document, {.quick = options.quick});
-    renderer.Start(0.0, 0.0);
+    renderer.Start({0.0});
     RenderResult const result = renderer.Evaluate(*output, 0.0);
     if (result.problem) {
         Complain(result.problem->Format());

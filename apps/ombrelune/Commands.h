@@ -60,7 +60,13 @@ struct RenderOptions {
     std::vector<std::string> out; ///< Tool=PATTERN
     int proxy = 1;
     bool quick = false;
+    MissingFrame missing = MissingFrame::kError;
+    std::size_t memory = 0; ///< bytes of pictures that are kept; 0 takes a quarter of the machine's
+    bool skipExisting = false;
     bool stopOnError = false;
+    bool dryRun = false;
+    bool stats = false;
+    bool json = false;
 };
 ExitStatus Render(RenderOptions const& options);
 

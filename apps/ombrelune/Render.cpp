@@ -1,26 +1,18 @@
 #include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <cstdio>
+#include <filesystem>
 
 #include <fmt/format.h>
 
 #include "apps/ombrelune/Commands.h"
+#include "apps/ombrelune/RenderReport.h"
 #include "host/flow/FlowReader.h"
 #include "host/flow/FrameRange.h"
-#include "host/graph/Renderer.h"
 #include "host/io/PicturePath.h"
-#include "host/io/Pictures.h"
 
 namespace ombrelune::app {
 
 namespace {
-
-/// A picture to write beside what the flow's Savers write.
-struct ExtraOutput {
-    Output* output;
-    std::string pattern;
-};
 
 Operator* FindOperator(FusionDoc const& document, std::string const& name)
 {
@@ -48,7 +40,7 @@ bool SetValues(FusionDoc const& document, std::vector<std::string> const& assign
 
 /// Complains and returns false when one does not fit.
 bool ReadOutputs(FusionDoc const& document, std::vector<std::string> const& texts,
-                 std::vector<ExtraOutput>& outputs)
+                 std::vector<RenderTarget>& targets)
 {
     for (std::string const& text : texts) {
         auto const equals = text.find('=');
@@ -68,7 +60,7 @@ bool ReadOutputs(FusionDoc const& document, std::vector<std::string> const& text
             Complain(*problem);
             return false;
         }
-        outputs.push_back({output, pattern});
+        targets.push_back({.output = output, .pattern = pattern});
     }
     return true;
 }
@@ -86,59 +78,45 @@ bool ReadFrames(FusionDoc const& document, std::string const& text, std::vector<
     return !range.problem;
 }
 
-class Job {
-public:
-    Job(FusionDoc& document, RenderQuality quality, std::vector<ExtraOutput> extras)
-        : renderer_(document, quality), extras_(std::move(extras))
-    {
-        for (auto const& op : document.Operators())
-            if (op->Registration()->Id() == FuID("Saver") && !op->passThrough) savers_.push_back(op.get());
+/// The Savers of a flow; one that is passed through writes nothing.
+std::vector<RenderTarget> SaversOf(FusionDoc const& document)
+{
+    std::vector<RenderTarget> savers;
+    for (auto const& op : document.Operators()) {
+        if (op->Registration()->Id() != FuID("Saver") || op->passThrough) continue;
+        savers.push_back({.saver = op.get(), .output = op->MainInput(1)->Source()});
     }
+    return savers;
+}
 
-    /// A Saver without a place for the frame number, null when there is none.
-    Operator* SaverOfOneFile() const
-    {
-        for (Operator* saver : savers_) {
-            Ref<Parameter> const name = saver->FindInput("Filename")->Value();
-            auto const* text = dynamic_cast<Text const*>(name.Get());
-            if (text && !IsPattern(text->value)) return saver;
+/// Several frames into one file would leave the last one alone; complains when that would happen.
+bool HavePlaceForFrames(std::vector<RenderTarget> const& targets)
+{
+    for (RenderTarget const& target : targets) {
+        std::string pattern = target.pattern, place = fmt::format("--out {}", Quoted(pattern));
+        if (target.saver) {
+            Input const& name = *target.saver->FindInput("Filename");
+            Ref<Parameter> const value = name.Value();
+            auto const* text = dynamic_cast<Text const*>(value.Get());
+            if (name.Source() || !text) continue;
+            pattern = text->value, place = target.saver->Name() + ".Filename";
         }
-        return nullptr;
+        if (IsPattern(pattern)) continue;
+        Complain(fmt::format("{} has no place for the frame number: write #### or %04d", place));
+        return false;
     }
-    bool HasOutputs() const { return !savers_.empty() || !extras_.empty(); }
-    void Start(int first, int last) { renderer_.Start(first, last); }
-
-    /// Everything that is wrong with the frame; what can be written is written all the same.
-    std::vector<Problem> RenderFrame(int frame)
-    {
-        std::vector<Problem> problems;
-        renderer_.NewFrame();
-        for (Operator* saver : savers_)
-            if (auto problem = renderer_.Run(*saver, frame)) problems.push_back(std::move(*problem));
-        for (ExtraOutput const& extra : extras_)
-            if (auto problem = WriteExtra(extra, frame)) problems.push_back(std::move(*problem));
-        return problems;
-    }
-
-private:
-    std::optional<Problem> WriteExtra(ExtraOutput const& extra, int frame)
-    {
-        RenderResult result = renderer_.Evaluate(*extra.output, frame);
-        if (result.problem) return result.problem;
-        auto const* image = dynamic_cast<Image const*>(result.value.Get());
-        if (!image) return Problem{.text = fmt::format("{} gave no picture", extra.output->Owner()->Name())};
-        auto problem = WritePicture(*image, PathOfFrame(extra.pattern, frame));
-        if (problem) problem->isFile = true;
-        return problem;
-    }
-
-    Renderer renderer_;
-    std::vector<ExtraOutput> extras_;
-    std::vector<Operator*> savers_;
-};
+    return true;
+}
 
 /// Which of two endings to report: a file's trouble says more than a failed frame.
 ExitStatus Worse(ExitStatus a, ExitStatus b) { return std::max(a, b); }
+
+ExitStatus StatusOf(RenderJob::FramePlan const& plan)
+{
+    for (std::string const& path : plan.reads)
+        if (std::error_code error; !std::filesystem::exists(path, error)) return kFileProblem;
+    return plan.problems.empty() ? kDone : kFrameFailed;
+}
 
 } // namespace
 
@@ -152,43 +130,36 @@ ExitStatus Render(RenderOptions const& options)
     FusionDoc& document = *reading.document;
 
     std::vector<int> frames;
-    std::vector<ExtraOutput> extras;
-    if (!SetValues(document, options.set) || !ReadOutputs(document, options.out, extras) ||
-        !ReadFrames(document, options.frames, frames))
+    if (!SetValues(document, options.set)) return kWrongInput;
+    std::vector<RenderTarget> targets = SaversOf(document);
+    if (!ReadOutputs(document, options.out, targets) || !ReadFrames(document, options.frames, frames))
         return kWrongInput;
-    Job job(document, {.proxy = options.proxy, .quick = options.quick}, std::move(extras));
-    if (!job.HasOutputs()) {
+    if (targets.empty()) {
         Complain(fmt::format("{} writes nothing: add a Saver or --out Tool=PATTERN", options.flow));
         return kWrongInput;
     }
-    if (frames.size() > 1) {
-        // Several frames into one file would leave the last one alone.
-        if (Operator const* saver = job.SaverOfOneFile()) {
-            Complain(fmt::format("{}.Filename has no place for the frame number: write #### or %04d",
-                                 saver->Name()));
-            return kWrongInput;
-        }
-        for (std::string const& text : options.out) {
-            if (IsPattern(text)) continue;
-            Complain(
-                fmt::format("--out {} has no place for the frame number: write #### or %04d", Quoted(text)));
-            return kWrongInput;
-        }
-    }
+    if (frames.size() > 1 && !HavePlaceForFrames(targets)) return kWrongInput;
 
-    job.Start(frames.front(), frames.back());
-    for (int frame : frames) {
-        auto const start = std::chrono::steady_clock::now();
-        std::vector<Problem> const problems = job.RenderFrame(frame);
-        std::chrono::duration<double> const seconds = std::chrono::steady_clock::now() - start;
-        for (Problem const& problem : problems) {
-            Complain(fmt::format("frame {}: {}", frame, problem.Format()));
-            status = Worse(status, problem.isFile ? kFileProblem : kFrameFailed);
+    RenderQuality const quality{.proxy = options.proxy, .quick = options.quick, .missing = options.missing};
+    std::size_t const memory = options.memory > 0 ? options.memory : MachineMemory() / 4;
+    RenderJob job(document, quality, memory, std::move(targets));
+    RenderReporter reporter(frames.size(), options.json);
+    if (options.dryRun) {
+        for (int frame : frames) {
+            RenderJob::FramePlan const plan = job.PlanOf(frame);
+            reporter.Plan(frame, plan, options.skipExisting);
+            status = Worse(status, StatusOf(plan));
         }
-        if (problems.empty()) fmt::print("frame {}  {:.2f} s\n", frame, seconds.count());
-        std::fflush(stdout);
-        if (!problems.empty() && options.stopOnError) break;
+    } else {
+        job.Run(frames, {.skipExisting = options.skipExisting}, [&](FrameReport const& report) {
+            reporter.Frame(report);
+            for (Problem const& problem : report.problems)
+                status = Worse(status, problem.isFile ? kFileProblem : kFrameFailed);
+            return report.problems.empty() || !options.stopOnError;
+        });
     }
+    if (options.stats) reporter.Stats(job.GetRenderer());
+    reporter.End();
     return status;
 }
 

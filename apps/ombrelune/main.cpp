@@ -1,5 +1,7 @@
 // The command line: parses the arguments, loads the bundle as any host would, runs one command.
 
+#include <map>
+
 #include <CLI/CLI.hpp>
 
 #include "apps/ombrelune/Commands.h"
@@ -32,7 +34,23 @@ int Main(int argc, char** argv)
     renderCommand->add_option("--proxy", render.proxy, "make pictures smaller by this factor")
         ->check(CLI::Range(1, 1024));
     renderCommand->add_flag("--quick", render.quick, "as while dragging: cheap filtering");
+    std::map<std::string, MissingFrame> const missing{
+        {"error", MissingFrame::kError}, {"hold", MissingFrame::kHold}, {"black", MissingFrame::kBlack}};
+    renderCommand
+        ->add_option("--missing", render.missing,
+                     "where a sequence has a gap: error, hold the frame before, or black")
+        ->transform(CLI::CheckedTransformer(missing))
+        ->option_text("error|hold|black");
+    renderCommand
+        ->add_option("--memory", render.memory,
+                     "memory for results that are kept, such as 2GB; a quarter of the machine's unless told")
+        ->transform(CLI::AsSizeValue(false))
+        ->option_text("SIZE");
+    renderCommand->add_flag("--skip-existing", render.skipExisting, "leave files alone that are there");
     renderCommand->add_flag("--stop-on-error", render.stopOnError, "end at the first frame that fails");
+    renderCommand->add_flag("--dry-run", render.dryRun, "say what would be written, and from what");
+    renderCommand->add_flag("--stats", render.stats, "time by tool and peak memory, at the end");
+    renderCommand->add_flag("--json", render.json, "a line of JSON a frame, for programs");
 
     ApplyOptions apply;
     CLI::App* const applyCommand = program.add_subcommand("apply", "apply one tool to files");

@@ -29,6 +29,15 @@ public:
     }
     unsigned SizeOf() const override { return sizeof(Saver); }
 
+    bool ChecksRequests() const override { return false; }
+    std::string FileToWrite(Request const& request) const override
+    {
+        auto const* pattern = dynamic_cast<Text const*>(request.InputData(*filename, 0));
+        if (!pattern || pattern->value.empty()) return {};
+        auto const frame = static_cast<int>(std::floor(request.GetTime()));
+        return PathOfFrame(ResolvePath(Document(), pattern->value), frame);
+    }
+
     void Process(Request* request) override
     {
         std::string const& pattern = dynamic_cast<Text const&>(*filename->GetValue(request, 0)).value;
@@ -38,9 +47,7 @@ public:
         auto* const image = dynamic_cast<Image*>(picture->GetValue(request, 0));
         if (!image) return request->Fail(Name() + ".Input got no picture");
 
-        auto const frame = static_cast<int>(std::floor(request->GetTime()));
-        std::string const path = PathOfFrame(ResolvePath(Document(), pattern), frame);
-        if (auto problem = WritePicture(*image, path))
+        if (auto problem = WritePicture(*image, FileToWrite(*request)))
             return request->FailFile(Name() + ": " + problem->Format());
         output->Set(request, Ref<Image>::Share(image).Release(), nullptr);
     }
@@ -50,8 +57,14 @@ private:
     Output* output;
 };
 
-Registry const saverRegistry(ClassRegistry(), "Saver",
-                             BuiltinTags<Saver>("Saver", "Writes a picture file or a sequence"));
+TagList SaverTags()
+{
+    TagList tags = BuiltinTags<Saver>("Saver", "Writes a picture file or a sequence");
+    tags.Add({Reg_TimeVariant, 1}); // each frame is written, be it the same picture
+    return tags;
+}
+
+Registry const saverRegistry(ClassRegistry(), "Saver", SaverTags());
 
 } // namespace
 

@@ -31,9 +31,19 @@ public:
     virtual unsigned SizeOf() const { return sizeof(Operator); }
 
     /// Called while a request is gathered, once for each priority below 0: the place to ask for other frames.
+    /// May be called more than once for a request, and always once more right before Process.
     virtual void CheckRequest(Request*) {}
-    /// Makes the results of a gathered request.
+    /// False when CheckRequest does nothing, so that a look ahead need not wait for Process to end.
+    virtual bool ChecksRequests() const { return true; }
+    /// Makes the results of a gathered request. An operator works on one request at a time.
     virtual void Process(Request*) {}
+    /// True when results depend on the frames that were processed before, as an after-image does. The
+    /// renderer then takes the frames of the job in order, from the first.
+    virtual bool KeepsHistory() const { return false; }
+    /// File that Process will read for a request; its date and size count as part of what feeds the operator.
+    virtual std::string FileToRead(Request const&) const { return {}; }
+    /// File that Process will write for a request.
+    virtual std::string FileToWrite(Request const&) const { return {}; }
     /// A pass that tells what a request would need, before anything is computed.
     virtual void PreCalcProcess(Request*) {}
     /// An input was changed by the user or by the operator itself.

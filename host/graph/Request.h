@@ -10,10 +10,18 @@
 
 namespace ombrelune {
 
+/// What stands in for a frame that a sequence does not have.
+enum class MissingFrame {
+    kError, ///< nothing: the frame fails
+    kHold,  ///< the last one before it, or else the first one after it
+    kBlack,
+};
+
 /// How a frame is wanted.
 struct RenderQuality {
     int proxy = 1;      ///< pictures are made smaller by this factor
     bool quick = false; ///< interactive: tools may take cheaper roads
+    MissingFrame missing = MissingFrame::kError;
 };
 
 /// One operator's work at one time: what its inputs gave, what it hands over. Lives on one thread of the

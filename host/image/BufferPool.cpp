@@ -1,5 +1,6 @@
 #include "host/image/BufferPool.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <list>
 #include <mutex>
@@ -20,16 +21,23 @@ struct Pool {
     };
     std::mutex lock;
     std::list<Free> free; // oldest first
-    std::size_t held = 0;
+    std::size_t held = 0; // bytes of the free ones
+    PoolUse use;
     std::size_t limit = std::size_t{2} << 30;
 
     void Shrink()
     {
-        while (held > limit) {
+        while (held > 0 && held + use.now > limit) {
             held -= free.front().size;
             std::free(free.front().buffer);
             free.pop_front();
         }
+    }
+    void Took(std::size_t size)
+    {
+        use.now += size;
+        use.peak = std::max(use.peak, use.now);
+        Shrink();
     }
 };
 
@@ -48,6 +56,7 @@ void ReturnToPool::operator()(std::byte* buffer) const
     std::lock_guard guard(pool.lock);
     pool.free.push_back({buffer, size});
     pool.held += size;
+    pool.use.now -= size;
     pool.Shrink();
 }
 
@@ -57,19 +66,30 @@ PooledBuffer TakeBuffer(std::size_t size)
     size = (size + kGrain - 1) / kGrain * kGrain;
     Pool& pool = ThePool();
     {
-        std::lock_guard guard(pool.lock);
+        std::lock_guard find(pool.lock);
         for (auto it = pool.free.rbegin(); it != pool.free.rend(); ++it) {
             if (it->size != size) continue;
             std::byte* const buffer = it->buffer;
             pool.held -= size;
             pool.free.erase(std::next(it).base());
+            pool.Took(size);
             return PooledBuffer(buffer, ReturnToPool{size});
         }
     }
     bool const huge = size >= kHugeFrom;
     auto* buffer = static_cast<std::byte*>(std::aligned_alloc(huge ? std::size_t{2} << 20 : kGrain, size));
-    if (buffer && huge) madvise(buffer, size, MADV_HUGEPAGE);
+    if (!buffer) return {};
+    if (huge) madvise(buffer, size, MADV_HUGEPAGE);
+    std::lock_guard guard(pool.lock);
+    pool.Took(size);
     return PooledBuffer(buffer, ReturnToPool{size});
+}
+
+PoolUse BuffersInUse()
+{
+    Pool& pool = ThePool();
+    std::lock_guard guard(pool.lock);
+    return pool.use;
 }
 
 void SetPoolLimit(std::size_t bytes)

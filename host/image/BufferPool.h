@@ -17,7 +17,14 @@ using PooledBuffer = std::unique_ptr<std::byte, ReturnToPool>;
 /// times a copy, which is why they are kept. Null when memory is out or size is 0. Thread-safe.
 PooledBuffer TakeBuffer(std::size_t size);
 
-/// Free memory that the pool may keep, in bytes (default 2 GiB); the oldest goes first.
+/// Picture memory in use at the moment, and the most there ever was, in bytes.
+struct PoolUse {
+    std::size_t now = 0, peak = 0;
+};
+PoolUse BuffersInUse();
+
+/// Free buffers are kept as long as they and those in use stay within this many bytes (default 2 GiB); the
+/// oldest goes first.
 void SetPoolLimit(std::size_t bytes);
 
 } // namespace ombrelune

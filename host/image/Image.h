@@ -118,7 +118,7 @@ public:
         return reinterpret_cast<float*>(aux_.get() + static_cast<std::ptrdiff_t>(y) * auxRowBytes_);
     }
     std::size_t RowBytes() const { return static_cast<std::size_t>(rowBytes_); }
-    std::size_t MemoryBytes() const;
+    std::size_t MemoryBytes() const override;
     PixelHooks const& Hooks() const { return *hooks_; }
 
     /// Copy with the same format and attributes; its pixels are undefined when `empty`.

@@ -1,6 +1,8 @@
 #include "host/io/PicturePath.h"
 
 #include <algorithm>
+#include <charconv>
+#include <filesystem>
 
 #include <fmt/format.h>
 
@@ -35,6 +37,21 @@ std::optional<Field> NextField(std::string_view path, std::size_t from)
         }
         if (path[i] == '%')
             if (auto field = PercentField(path, i)) return field;
+    }
+    return {};
+}
+
+/// Frame whose path this is.
+std::optional<int> FrameOfPath(std::string_view pattern, Field const& field, std::string_view path)
+{
+    std::size_t end = field.begin + (path.substr(field.begin, 1) == "-" ? 1 : 0);
+    while (end < path.size() && path[end] >= '0' && path[end] <= '9') ++end;
+    // What follows the field may start with a digit, so the longest number need not be the right one.
+    for (; end > field.begin; --end) {
+        int frame = 0;
+        auto const [stop, error] = std::from_chars(path.data() + field.begin, path.data() + end, frame);
+        if (error == std::errc{} && stop == path.data() + end && PathOfFrame(pattern, frame) == path)
+            return frame;
     }
     return {};
 }
@@ -77,6 +94,27 @@ std::string PathOfFrame(std::string_view path, int frame)
         done = field->begin + field->length;
     }
     return expanded.append(path.substr(done));
+}
+
+std::vector<int> FramesOnDisk(std::string const& pattern)
+{
+    auto field = NextField(pattern, 0);
+    while (field && IsLoneHash(pattern, *field)) field = NextField(pattern, field->begin + field->length);
+    std::filesystem::path const folder = std::filesystem::path(pattern).parent_path();
+    std::vector<int> frames;
+    if (!field || field->begin < folder.native().size()) return frames;
+
+    std::error_code error;
+    std::filesystem::directory_iterator const files(folder.empty() ? "." : folder, error);
+    if (error) return frames;
+    for (auto it = begin(files); it != end(files); it.increment(error)) {
+        std::string const path = (folder / it->path().filename()).string();
+        if (path.size() <= field->begin) continue;
+        if (auto const frame = FrameOfPath(pattern, *field, path)) frames.push_back(*frame);
+        if (error) break;
+    }
+    std::sort(frames.begin(), frames.end());
+    return frames;
 }
 
 } // namespace ombrelune

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/value/Problem.h"
 
@@ -20,5 +21,10 @@ std::optional<Problem> CheckPattern(std::string const& path);
 /// The path of a frame. A frame with fewer digits than its field is wide is filled with zeros; the minus of a
 /// negative one takes a place, as in C. A path without fields comes back as it is.
 std::string PathOfFrame(std::string_view path, int frame);
+
+/// Frames of a sequence that are on disk, ascending: those whose PathOfFrame is the path of a file. Only
+/// fields in the name of the file are followed, not those in a folder's. Empty when there are none, or the
+/// folder cannot be read.
+std::vector<int> FramesOnDisk(std::string const& pattern);
 
 } // namespace ombrelune

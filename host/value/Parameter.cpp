@@ -1,9 +1,41 @@
 #include "host/value/Parameter.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 
 namespace ombrelune {
+
+namespace {
+
+template <class... Numbers> std::string BytesOf(Numbers... numbers)
+{
+    std::string bytes;
+    (bytes.append(reinterpret_cast<char const*>(&numbers), sizeof numbers), ...);
+    return bytes;
+}
+
+} // namespace
+
+std::uint64_t Parameter::NextSerial()
+{
+    static std::atomic<std::uint64_t> next{1};
+    return next.fetch_add(1, std::memory_order_relaxed);
+}
+
+std::string Parameter::Identity() const { return BytesOf(serial_); }
+std::string Number::Identity() const { return BytesOf(value); }
+std::string Point::Identity() const { return BytesOf(x, y, z); }
+std::string Text::Identity() const { return value; }
+std::string IdParameter::Identity() const { return value.Text(); }
+
+std::string LookUpTable::Identity() const
+{
+    std::string bytes;
+    for (BezierCurve::Key const& key : curve.keys)
+        bytes += BytesOf(key.x, key.y, key.leftX, key.leftY, key.rightX, key.rightY, key.linear);
+    return bytes;
+}
 
 std::vector<std::uint16_t> LookUpTable::MakeTable(TagList const& tags) const
 {

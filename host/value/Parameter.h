@@ -25,12 +25,22 @@ template <class Char> using FuStringT = std::basic_string<Char>;
 class Parameter : public RefCounted {
 public:
     virtual FuID DataType() const = 0;
+    /// Bytes that are the same for equal values of a type. Unless overridden they are those of a number that
+    /// no other value of the process has, so that such a value equals only itself.
+    virtual std::string Identity() const;
+    /// Bytes of memory that it keeps, where that is more than small change.
+    virtual std::size_t MemoryBytes() const { return 0; }
+
+private:
+    static std::uint64_t NextSerial();
+    std::uint64_t const serial_ = NextSerial();
 };
 
 class Number : public Parameter {
 public:
     explicit Number(double number) : value(number) {}
     FuID DataType() const override { return CLSID_DataType_Number; }
+    std::string Identity() const override;
 
     double const value;
 };
@@ -39,6 +49,7 @@ class Point : public Parameter {
 public:
     Point(double px, double py, double pz = 0.0) : x(px), y(py), z(pz) {}
     FuID DataType() const override { return CLSID_DataType_Point; }
+    std::string Identity() const override;
 
     double const x, y, z;
 };
@@ -47,6 +58,7 @@ class Text : public Parameter {
 public:
     explicit Text(FuStringT<char> string) : value(std::move(string)) {}
     FuID DataType() const override { return CLSID_DataType_Text; }
+    std::string Identity() const override;
 
     FuStringT<char> const value;
 };
@@ -55,6 +67,7 @@ class IdParameter : public Parameter {
 public:
     explicit IdParameter(FuID id) : value(id) {}
     FuID DataType() const override { return CLSID_DataType_FuID; }
+    std::string Identity() const override;
 
     FuID const value;
 };
@@ -70,6 +83,7 @@ class LookUpTable : public Parameter {
 public:
     explicit LookUpTable(BezierCurve bezier) : curve(std::move(bezier)) {}
     FuID DataType() const override { return CLSID_DataType_LookUpTable; }
+    std::string Identity() const override;
 
     /// Samples the curve at Lut_Count even places from Lut_Low to Lut_High; values 0 to 1 become 0 to 65535,
     /// rounded, and are limited to that.

@@ -187,7 +187,8 @@ public:
 Registry const feedRegistry(ClassRegistry(), "Test.Feed",
                             {{Reg_InitFunction, Operator::RegInit},
                              {Reg_CleanupFunction, Operator::RegCleanup},
-                             {Reg_NewFunction, Feed::New}});
+                             {Reg_NewFunction, Feed::New},
+                             {Reg_TimeVariant, 1}});
 
 /// A document with a feed and one tool behind it.
 struct Flow {
@@ -355,7 +356,7 @@ TEST(ToolRender, TrailsLayTheFadedPastUnderTheSource)
     EXPECT_EQ(ColorAt(*flow.Render(4.0), 0, 0).red, 0.0F) << "a frame without trails drops the past";
 
     flow.Render(0.0);
-    flow.renderer->Start(0.0, 4.0);
+    flow.renderer->Start({0.0, 4.0});
     EXPECT_EQ(ColorAt(*flow.Render(1.0), 0, 0).red, 0.0F) << "a new job begins afresh";
     flow.Render(0.0);
     flow.op->FindInput("Reset")->SetSource(MakeRef<Number>(1.0).Get(), 0.0, nullptr);
@@ -558,7 +559,7 @@ TEST(ToolRender, ObjectsAreCopiedInAndHandedOn)
         Operator* const second = document.AddOperator(registry, "Second");
         second->MainInput(1)->ConnectTo(first->FindOutput("Output"));
         Renderer renderer(document, {});
-        renderer.PreCalc(*second, 0.0);
+        renderer.PlanOf(*second, 0.0);
         EXPECT_EQ(KEffectTestBasket::runs, 0) << "the pass before a render makes no objects";
         RenderResult const result = renderer.Evaluate(*second->FindOutput("Output"), 0.0);
         EXPECT_EQ(dynamic_cast<BasketParameter const&>(*result.value).basket->apples, 2);

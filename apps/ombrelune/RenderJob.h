@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/graph/Renderer.h"
+
+namespace ombrelune::app {
+
+/// A picture to write: a Saver of the flow, or an output and the pattern of its files.
+struct RenderTarget {
+    Operator* saver = nullptr;
+    Output* output = nullptr; ///< the picture; a Saver's comes from what feeds it
+    std::string pattern = {}; ///< empty for a Saver, which has its own
+
+    Operator& Op() const { return saver ? *saver : *output->Owner(); }
+};
+
+/// What became of one frame.
+struct FrameReport {
+    int frame = 0;
+    std::vector<std::string> written = {}, kept = {}; ///< files; the kept ones were there already
+    std::vector<Problem> problems = {};
+    double seconds = 0.0;
+};
+
+/// Renders frames of a document to files. While one frame is written the next is rendered, but files appear
+/// in the order of frames, and reports come in that order.
+class RenderJob {
+public:
+    RenderJob(FusionDoc& document, RenderQuality quality, std::size_t memory,
+              std::vector<RenderTarget> targets);
+
+    struct Options {
+        bool skipExisting = false; ///< files that are there are left alone
+    };
+    /// @param frames  ascending
+    /// @param report  called once a frame, by one thread at a time; false ends the job
+    void Run(std::vector<int> const& frames, Options const& options,
+             std::function<bool(FrameReport const&)> const& report);
+
+    /// What Run would read and write for a frame.
+    struct FramePlan {
+        std::vector<std::string> reads, writes; ///< each once
+        std::vector<Problem> problems;
+    };
+    FramePlan PlanOf(int frame);
+
+    Renderer const& GetRenderer() const { return renderer_; }
+
+private:
+    struct Progress;
+    FrameReport RenderFrame(int frame, std::size_t index, Options const& options, Progress& progress);
+    /// File of a target at a frame.
+    std::string PathOf(RenderTarget const& target, int frame);
+    std::optional<Problem> Write(RenderTarget const& target, int frame);
+
+    Renderer renderer_;
+    std::size_t memory_;
+    std::vector<RenderTarget> targets_;
+};
+
+} // namespace ombrelune::app
