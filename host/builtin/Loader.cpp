@@ -48,18 +48,20 @@ public:
     void Process(Request* request) override
     {
         Found const found = Find(*request);
-        if (!found.problem.empty()) return request->Fail(Name() + found.problem);
+        if (!found.problem.empty())
+            return found.isFile ? request->FailFile(Name() + found.problem)
+                                : request->Fail(Name() + found.problem);
         if (found.path.empty()) return output->Set(request, Black(*request).Release(), nullptr);
         ReadResult read = ReadPicture(found.path, {.proxy = request->Quality().proxy});
-        if (read.problem) return request->FailFile(Name() + ": " + read.problem->Format() + found.hint);
+        if (read.problem) return request->FailFile(Name() + ": " + read.problem->Format());
         output->Set(request, read.image.Release(), nullptr);
     }
 
 private:
     /// What a request is answered with: a file, or a black frame without one, or a problem.
     struct Found {
-        std::string path, problem;
-        std::string hint = {}; ///< what to say when there is no such file
+        std::string path = {}, problem = {};
+        bool isFile = false; ///< the problem is a file's
     };
 
     Input* AddNumber(char const* name, double value, bool isInteger)
@@ -116,14 +118,16 @@ private:
         }
         std::string const path = PathOfFrame(pattern, number);
         if (std::error_code error; std::filesystem::exists(path, error)) return {path, ""};
-        if (missing == MissingFrame::kBlack) return {};
+        // A sequence of which there is nothing is a wrong name, not a gap.
         std::vector<int> const there = FramesOnDisk(pattern);
         if (there.empty()) return {path, ""};
+        if (missing == MissingFrame::kBlack) return {};
         if (missing == MissingFrame::kError)
-            return {path, "",
-                    fmt::format("; of {} there are {} frames from {} to {} (--missing hold or black renders "
-                                "over gaps)",
-                                Quoted(text->value), there.size(), there.front(), there.back())};
+            return {path,
+                    fmt::format(": {}: there is no such file, but {} frames from {} to {}; --missing hold or "
+                                "black renders over gaps",
+                                path, there.size(), there.front(), there.back()),
+                    true};
         auto const after = std::upper_bound(there.begin(), there.end(), number);
         return {PathOfFrame(pattern, after == there.begin() ? *after : *std::prev(after)), ""};
     }

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -12,10 +13,16 @@ namespace ombrelune {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+std::string PathOfDescriptor(int descriptor) { return fmt::format("/proc/self/fd/{}", descriptor); }
+
+} // namespace
+
 AtomicFile::~AtomicFile()
 {
     if (stream_) std::fclose(stream_);
-    if (!temporary_.empty()) unlink(temporary_.c_str());
+    if (isNamed_) unlink(temporary_.c_str());
 }
 
 Problem AtomicFile::Failed(std::string const& what, int error) const
@@ -46,23 +53,35 @@ std::optional<Problem> AtomicFile::Open()
     std::string const name =
         fmt::format(".{}.{}-{}.tmp", path.filename().string().substr(0, 200), getpid(), ++count);
     temporary_ = (path.parent_path() / name).string();
-    stream_ = std::fopen(temporary_.c_str(), "wbx");
-    if (stream_) return {};
-    int const code = errno;
-    temporary_.clear();
-    return Failed("cannot be written", code);
+    std::string const folder = path.has_parent_path() ? path.parent_path().string() : ".";
+    // A name is given to it through /proc, so that has to be there.
+    int descriptor = -1;
+    if (access("/proc/self/fd", X_OK) == 0)
+        descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    if (descriptor < 0) {
+        descriptor = open(temporary_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+        if (descriptor < 0) return Failed("cannot be written", errno);
+        isNamed_ = true;
+    }
+    stream_ = fdopen(descriptor, "wb");
+    return {};
 }
 
 std::optional<Problem> AtomicFile::Commit()
 {
     bool const failed = std::ferror(stream_) != 0;
-    int const flushed = std::fclose(stream_);
-    int const code = errno;
+    int code = std::fflush(stream_) == 0 ? 0 : errno;
+    if (!failed && code == 0 && !isNamed_) {
+        isNamed_ = linkat(AT_FDCWD, PathOfDescriptor(fileno(stream_)).c_str(), AT_FDCWD, temporary_.c_str(),
+                          AT_SYMLINK_FOLLOW) == 0;
+        if (!isNamed_) code = errno;
+    }
+    if (std::fclose(stream_) != 0 && code == 0) code = errno;
     stream_ = nullptr;
     if (failed) return Problem{path_, 0, "could not be written whole; is the disk full?"};
-    if (flushed != 0) return Failed("could not be written whole", code);
+    if (code != 0) return Failed("could not be written whole", code);
     if (std::rename(temporary_.c_str(), path_.c_str()) != 0) return Failed("cannot be replaced", errno);
-    temporary_.clear();
+    isNamed_ = false;
     return {};
 }
 

@@ -8,8 +8,9 @@
 
 namespace ombrelune {
 
-/// A file that appears whole or not at all: bytes go to a temporary file beside it, which takes its name at
-/// Commit. Without Commit the temporary is removed and what stood there before stays.
+/// A file that appears whole or not at all: bytes go to a temporary file in its folder, which takes its name
+/// at Commit. Without Commit what stood there before stays. Where the file system can, the temporary has no
+/// name until it is whole, so that a process that is killed leaves nothing behind.
 class AtomicFile {
 public:
     explicit AtomicFile(std::string path) : path_(std::move(path)) {}
@@ -26,7 +27,9 @@ public:
 private:
     Problem Failed(std::string const& what, int error) const;
 
-    std::string path_, temporary_;
+    std::string path_;
+    std::string temporary_; ///< name beside the file
+    bool isNamed_ = false;  ///< the temporary has that name already
     std::FILE* stream_ = nullptr;
 };
 

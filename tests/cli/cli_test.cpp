@@ -1,100 +1,15 @@
 // The built program on small flows and files: what it prints, what it ends with, which files there are
 // afterwards.
 
-#include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include "host/image/PixPtr.h"
-#include "host/io/Pictures.h"
+#include "tests/cli/Cli.h"
 
 namespace ombrelune {
 namespace {
-
-namespace fs = std::filesystem;
-
-std::string Slurp(fs::path const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-class Cli : public testing::Test {
-protected:
-    struct Ended {
-        int status;
-        std::string out, errors;
-    };
-
-    Cli() : folder(fs::temp_directory_path() / ("ombrelune_cli_" + std::to_string(getpid())))
-    {
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    ~Cli() override { fs::remove_all(folder); }
-
-    /// Runs the program in the test's folder; the arguments are a line for the shell.
-    Ended Run(std::string const& arguments) const
-    {
-        std::string const line = "cd '" + folder.string() + "' && '" OMBRELUNE_PROGRAM "' " + arguments +
-                                 " >stdout.txt 2>stderr.txt";
-        int const status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(folder / "stdout.txt"),
-                Slurp(folder / "stderr.txt")};
-    }
-
-    void Write(char const* name, std::string const& text) const { std::ofstream(folder / name) << text; }
-
-    /// A small picture of a smooth ramp.
-    void WriteRamp(char const* name, int depth, int width = 64, int height = 32) const
-    {
-        Ref<Image> image = NewImageTagList({{Img_Width, width}, {Img_Height, height}, {Img_Depth, depth}});
-        for (int y = 0; y < height; ++y) {
-            PixPtr row(image.Get(), 0, y);
-            for (int x = 0; x < width; ++x) {
-                FltPixel pixel;
-                pixel.red = static_cast<float>(x) / static_cast<float>(width - 1);
-                pixel.green = static_cast<float>(y) / static_cast<float>(height - 1);
-                pixel.blue = 0.25F;
-                pixel.alpha = 1.0F;
-                row >>= pixel;
-            }
-        }
-        auto const problem = WritePicture(*image, (folder / name).string());
-        ASSERT_FALSE(problem) << problem->Format();
-    }
-
-    FltPixel PixelOf(char const* name, int x, int y) const
-    {
-        ReadResult read = ReadPicture((folder / name).string());
-        EXPECT_FALSE(read.problem) << read.problem->Format();
-        FltPixel pixel;
-        PixPtr(read.image.Get(), x, y).GetPixel(pixel);
-        return pixel;
-    }
-
-    std::vector<std::string> Files(fs::path const& below) const
-    {
-        std::vector<std::string> names;
-        for (auto const& entry : fs::directory_iterator(folder / below))
-            names.push_back(entry.path().filename());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    fs::path folder;
-};
 
 char const* const kSequence = R"(Composition {
   RenderRange = { 1, 3 },
@@ -225,13 +140,6 @@ TEST_F(Cli, DescribeGivesInputsInOrderWithRanges)
          {"BF_Color", "BF_HueSaturation", "BF_Invert", "BF_MatchColor", "BF_ReplaceColor", "BF_Threshold"})
         EXPECT_TRUE(classes.contains(name)) << name;
 }
-
-/// A command that must not work: its status, and a part of what it says.
-struct Mistake {
-    char const* arguments;
-    int status;
-    char const* says;
-};
 
 TEST_F(Cli, MistakesInCommandsAreAnswered)
 {
