@@ -101,10 +101,14 @@ Renderer::Plan Renderer::PlanOf(Operator& op, double time)
 
 void Renderer::FinishFrame(double frame)
 {
-    cache_.DropFrame(frame, [this](Operator const* op) {
+    // Whoever looks for a result holds our lock and then takes the cache's, so it is not taken in there.
+    std::set<Operator const*> servesOthers;
+    {
         std::lock_guard guard(lock_);
-        return states_.at(op)->servesOthers.load();
-    });
+        for (auto const& [op, state] : states_)
+            if (state->servesOthers) servesOthers.insert(op);
+    }
+    cache_.DropFrame(frame, [&](Operator const* op) { return servesOthers.contains(op); });
 }
 
 bool Renderer::KeepsHistory() const
