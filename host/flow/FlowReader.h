@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/graph/FusionDoc.h"
@@ -20,6 +21,9 @@ struct FlowReading {
 
 /// Reads a flow file: Composition { ... } or a bare table with Tools.
 FlowReading ReadFlow(std::string const& path);
+
+/// The same for the text of a flow.
+FlowReading ReadFlowText(std::string_view text, std::string const& file);
 
 /// Builds the document of a parsed flow. The file is for messages and relative paths.
 FlowReading BuildDocument(ScriptVal const& flow, std::string const& file);

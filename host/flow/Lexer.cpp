@@ -73,16 +73,11 @@ Token Lexer::Next()
             token.kind = Token::kBad;
             token.text = "the long text that begins here does not end";
         }
-    } else if (std::string_view("{}[]()=,;.-").find(c) != std::string_view::npos) {
-        token.kind = Token::kSymbol;
+    } else {
+        bool const isSymbol = std::string_view("{}[]()=,;.-").find(c) != std::string_view::npos;
+        token.kind = isSymbol ? Token::kSymbol : Token::kOther;
         token.text = c;
         rest_.remove_prefix(1);
-    } else {
-        token.kind = Token::kBad;
-        bool const visible = c > 0x20 && c < 0x7f;
-        token.text = visible ? fmt::format("found '{}', which stands only in quoted texts", c)
-                             : fmt::format("found byte 0x{:02x}, which stands only in quoted texts",
-                                           static_cast<unsigned char>(c));
     }
     return token;
 }

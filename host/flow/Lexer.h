@@ -7,17 +7,25 @@ namespace ombrelune {
 
 /// One word of the table syntax.
 struct Token {
-    enum Kind { kEnd, kName, kNumber, kText, kSymbol, kBad };
+    enum Kind {
+        kEnd,
+        kName,
+        kNumber,
+        kText,
+        kSymbol, ///< one character that the table syntax uses
+        kOther,  ///< one character that it does not use outside of texts
+        kBad,
+    };
 
     Kind kind = kEnd;
-    std::string text; ///< name, contents of a text, the symbol, or what is wrong with a bad token
+    std::string text; ///< name, contents of a text, the character, or what is wrong with a bad token
     double number = 0.0;
     int line = 1; ///< where it begins
 };
 
 /// Cuts a text into tokens and drops white space and comments. Lexical rules are those of Lua 5.4: its names,
-/// numerals, short and long texts with all escapes, comments. Any byte may occur anywhere; what is not
-/// allowed becomes a bad token, after which nothing more should be asked.
+/// numerals, short and long texts with all escapes, comments. Any byte may occur anywhere; a text or number
+/// that is wrong becomes a bad token, after which nothing more should be asked.
 class Lexer {
 public:
     explicit Lexer(std::string_view text) : rest_(text) {}

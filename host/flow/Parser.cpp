@@ -24,6 +24,12 @@ std::string Describe(Token const& token)
     }
 }
 
+std::string DescribeCharacter(char c)
+{
+    bool const visible = c > 0x20 && c < 0x7f;
+    return visible ? fmt::format("'{}'", c) : fmt::format("byte 0x{:02x}", static_cast<unsigned char>(c));
+}
+
 std::string DescribeKey(ScriptVal const& key)
 {
     if (auto const* text = key.AsText()) return Quoted(*text);
@@ -73,6 +79,9 @@ private:
     bool Expected(std::string_view what)
     {
         if (now_.kind == Token::kBad) return Fail(now_.line, now_.text);
+        if (now_.kind == Token::kOther)
+            return Fail(now_.line, fmt::format("found {}, which stands only in quoted texts",
+                                               DescribeCharacter(now_.text[0])));
         return Fail(now_.line, fmt::format("found {}; expected {}", Describe(now_), what));
     }
 

@@ -13,6 +13,8 @@ namespace ombrelune {
 
 namespace {
 
+constexpr int kMostExpressions = 200;
+
 bool IsFinite(Parameter const* value)
 {
     if (auto const* number = dynamic_cast<Number const*>(value)) return std::isfinite(number->value);
@@ -142,16 +144,12 @@ void Renderer::Fetch(Request& request, Input& input)
     if (slots.empty()) request.SlotOf(input, 0);
     for (auto& slot : slots) {
         if (slot.given) continue;
-        if (Output* source = input.Source()) {
-            RenderResult result = Evaluate(*source, slot.time);
-            if (result.problem) {
-                request.failure_ = std::move(result.problem);
-                return;
-            }
-            slot.value = std::move(result.value);
-        } else {
-            slot.value = input.Value();
+        RenderResult result = ValueOf(input, slot.time, 0);
+        if (result.problem) {
+            request.failure_ = std::move(result.problem);
+            return;
         }
+        slot.value = std::move(result.value);
         if (!IsFinite(slot.value.Get()))
             return request.Fail(fmt::format("{}.{} is not a finite number at time {}", op.Name(),
                                             input.Id().Text(), slot.time));
@@ -159,6 +157,38 @@ void Renderer::Fetch(Request& request, Input& input)
             return request.Fail(
                 fmt::format("{}.{} has no picture: connect an output to it", op.Name(), input.Id().Text()));
     }
+}
+
+/// What an expression reads, with the depth to which expressions have nested.
+class Renderer::Scope : public ExpressionScope {
+public:
+    Scope(Renderer& renderer, int depth) : renderer_(renderer), depth_(depth) {}
+    RenderResult OutputAt(Output& output, double time) override { return renderer_.Evaluate(output, time); }
+    RenderResult InputAt(Input& input, double time) override
+    {
+        return renderer_.ValueOf(input, time, depth_ + 1);
+    }
+
+private:
+    Renderer& renderer_;
+    int depth_;
+};
+
+RenderResult Renderer::ValueOf(Input& input, double time, int depth)
+{
+    if (auto const* expression = input.Expression()) {
+        if (depth == kMostExpressions)
+            return {nullptr, Problem{document_.file, input.Owner()->line,
+                                     fmt::format("{}.{}: more than {} expressions read one another",
+                                                 input.Owner()->Name(), input.Id().Text(), depth)}};
+        Scope scope(*this, depth);
+        return expression->Evaluate(scope, time);
+    }
+    Output* const source = input.Source();
+    if (!source) return {input.Value(), std::nullopt};
+    RenderResult result = Evaluate(*source, time);
+    result.value = input.Limited(std::move(result.value));
+    return result;
 }
 
 Renderer::Results Renderer::PassThrough(Operator& op, double time)

@@ -7,14 +7,9 @@
 #include <vector>
 
 #include "host/graph/FusionDoc.h"
+#include "host/graph/RenderResult.h"
 
 namespace ombrelune {
-
-/// What asking an output gave: a value, or null when the operator had none, or the reason why there is none.
-struct RenderResult {
-    Ref<Parameter> value;
-    std::optional<Problem> problem;
-};
 
 /// Pulls results out of a document: asking an output for a time makes a request, whose inputs are gathered by
 /// priority and in their slots before the operator processes it. An operator works on one request at a time.
@@ -43,6 +38,9 @@ private:
     Results MakeField(Operator& op, double time, int fieldCount, int fieldNumber);
     void Gather(Request& request, int priority);
     void Fetch(Request& request, Input& input);
+    /// Value of an input at a time. Expressions that read each other nest to kMostExpressions.
+    RenderResult ValueOf(Input& input, double time, int depth);
+    class Scope;
     Results PassThrough(Operator& op, double time);
 
     FusionDoc& document_;
