@@ -13,14 +13,6 @@ namespace ombrelune {
 
 namespace {
 
-std::set<std::string> const& Keywords()
-{
-    static std::set<std::string> const words{
-        "and", "break", "do",  "else", "elseif", "end",    "false",  "for",  "function", "goto",  "if",
-        "in",  "local", "nil", "not",  "or",     "repeat", "return", "then", "true",     "until", "while"};
-    return words;
-}
-
 /// Walks over the tokens of a text that is known to compile.
 class Finder {
 public:
@@ -49,7 +41,7 @@ private:
     bool IsName(std::size_t index) const
     {
         return index < tokens_.size() && tokens_[index].kind == Token::kName &&
-               !Keywords().contains(tokens_[index].text);
+               !IsKeyword(tokens_[index].text);
     }
     bool IsText(std::size_t index) const
     {

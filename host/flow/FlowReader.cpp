@@ -313,26 +313,32 @@ FlowReading ReadFlowText(std::string_view text, std::string const& file)
     return reading;
 }
 
-FlowReading ReadFlow(std::string const& path)
+FlowText ReadFlowFile(std::string const& path)
 {
-    auto const failed = [&](std::string const& what) {
-        FlowReading reading;
-        reading.problems.push_back({.file = path, .line = 0, .text = what, .isFile = true});
-        return reading;
+    auto const failed = [&](std::string const& what) -> FlowText {
+        return {.problem = Problem{.file = path, .line = 0, .text = what, .isFile = true}};
     };
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) return failed("is a folder, not a flow");
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path.c_str(), "rb"), std::fclose);
     if (!file) return failed(fmt::format("cannot be read: {}", std::strerror(errno)));
-    std::string text;
+    FlowText read;
     std::vector<char> block(1 << 16);
     // The parser's limit bounds what is read of an endless file.
-    while (text.size() <= kMaxTextBytes) {
+    while (read.text.size() <= kMaxTextBytes) {
         std::size_t const count = std::fread(block.data(), 1, block.size(), file.get());
         if (count == 0) break;
-        text.append(block.data(), count);
+        read.text.append(block.data(), count);
     }
-    return ReadFlowText(text, path);
+    if (std::ferror(file.get())) return failed(fmt::format("cannot be read: {}", std::strerror(errno)));
+    return read;
+}
+
+FlowReading ReadFlow(std::string const& path)
+{
+    FlowText const read = ReadFlowFile(path);
+    if (read.problem) return {.document = nullptr, .problems = {*read.problem}, .warnings = {}};
+    return ReadFlowText(read.text, path);
 }
 
 } // namespace ombrelune

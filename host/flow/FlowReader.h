@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,13 @@ struct FlowReading {
     std::vector<Problem> problems; ///< every one that was found, by line
     std::vector<Problem> warnings;
 };
+
+/// Text of a flow file, or why it cannot be read.
+struct FlowText {
+    std::string text = {};
+    std::optional<Problem> problem = {};
+};
+FlowText ReadFlowFile(std::string const& path);
 
 /// Reads a flow file: Composition { ... } or a bare table with Tools.
 FlowReading ReadFlow(std::string const& path);

@@ -404,7 +404,7 @@ LuaSandbox::Outcome LuaSandbox::Run(double time, Reader& reader)
     } else if (type == LUA_TTABLE) {
         auto table = std::make_shared<ScriptTable>();
         for (int i = 2; i <= 4 && lua_type(lua_, i) == LUA_TNUMBER; ++i)
-            table->entries.push_back({{}, ScriptVal(lua_tonumber(lua_, i))});
+            table->entries.push_back({.value = ScriptVal(lua_tonumber(lua_, i))});
         outcome.value = ScriptVal(std::move(table));
     } else if (type != LUA_TNIL) {
         outcome.mistake = fmt::format("gives a {}", lua_typename(lua_, type));
