@@ -70,6 +70,21 @@ struct RenderOptions {
 };
 ExitStatus Render(RenderOptions const& options);
 
+struct CheckOptions {
+    std::string flow;
+    bool json = false;
+};
+/// Lists everything that is wrong with a flow.
+ExitStatus Check(CheckOptions const& options);
+
+struct FmtOptions {
+    std::vector<std::string> flows;
+    bool inPlace = false;
+    bool check = false;
+};
+/// Prints flows in the canonical layout, or writes them back, or tells which are not in it.
+ExitStatus Fmt(FmtOptions const& options);
+
 /// Sets an input as an artist would; complains when the text "Input=VALUE" does not fit.
 bool SetFromText(Operator& op, std::string const& assignment);
 

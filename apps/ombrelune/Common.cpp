@@ -94,6 +94,7 @@ bool SetFromText(Operator& op, std::string const& assignment)
         return false;
     }
     input->ConnectTo(nullptr);
+    input->SetExpression(nullptr);
     input->SetSource(read.value.Get(), op.Document()->GetCurrentTime(), nullptr);
     return true;
 }

@@ -126,7 +126,7 @@ std::optional<Problem> Renderer::AddSlots(ResultKeyBuilder& key, bool& varies, R
         if (fetched.problem) return fetched.problem;
         slot.value = std::move(fetched.value);
         AddValue(key, slot.value.Get());
-        varies = varies || source; // what is connected moves, as a rule
+        varies = varies || source || input.Expression(); // what is connected moves, as a rule
     }
     return std::nullopt;
 }
