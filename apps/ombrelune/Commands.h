@@ -72,6 +72,13 @@ struct RenderOptions {
 };
 ExitStatus Render(RenderOptions const& options);
 
+struct DocsOptions {
+    std::string folder;
+    std::string examples = "examples"; ///< folder of the flows and notes
+};
+/// Writes FOLDER/tools: a page for each tool, an index, a gallery, their pictures.
+ExitStatus Docs(DocsOptions const& options);
+
 /// Complains and returns null when there is none.
 Operator* FindOperator(FusionDoc const& document, std::string const& name);
 

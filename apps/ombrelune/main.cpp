@@ -81,6 +81,13 @@ int Main(int argc, char** argv)
     describeCommand->add_option("TOOL", describe.tool, "tool, such as BF_Invert")->required();
     describeCommand->add_flag("--json", describe.json, "for programs");
 
+    DocsOptions docs;
+    CLI::App* const docsCommand = program.add_subcommand(
+        "docs", "write a page for each tool, with its example's picture, and a gallery");
+    docsCommand->add_option("FOLDER", docs.folder, "pages go to FOLDER/tools")->required();
+    docsCommand->add_option("--examples", docs.examples, "folder of the example flows")
+        ->capture_default_str();
+
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
@@ -92,6 +99,7 @@ int Main(int argc, char** argv)
     if (renderCommand->parsed()) return Render(render);
     if (applyCommand->parsed()) return Apply(apply);
     if (toolsCommand->parsed()) return Tools(tools);
+    if (docsCommand->parsed()) return Docs(docs);
     return Describe(describe);
 }
 
