@@ -56,8 +56,9 @@ ExitStatus Apply(ApplyOptions const& options);
 struct RenderOptions {
     std::string flow;
     std::string frames;
-    std::vector<std::string> set; ///< Tool.Input=VALUE
-    std::vector<std::string> out; ///< Tool=PATTERN
+    std::vector<std::string> set;   ///< Tool.Input=VALUE
+    std::vector<std::string> out;   ///< Tool=PATTERN
+    std::vector<std::string> print; ///< Tool.Output: print its values and write nothing
     int proxy = 1;
     bool quick = false;
     MissingFrame missing = MissingFrame::kError;
@@ -67,6 +68,7 @@ struct RenderOptions {
     bool dryRun = false;
     bool stats = false;
     bool json = false;
+    bool csv = false; ///< of what is printed
 };
 ExitStatus Render(RenderOptions const& options);
 
@@ -85,8 +87,23 @@ struct FmtOptions {
 /// Prints flows in the canonical layout, or writes them back, or tells which are not in it.
 ExitStatus Fmt(FmtOptions const& options);
 
-/// Sets an input as an artist would; complains when the text "Input=VALUE" does not fit.
+struct DocsOptions {
+    std::string folder;
+    std::string examples = "examples"; ///< folder of the flows and notes
+};
+/// Writes FOLDER/tools: a page for each tool, an index, a gallery, their pictures.
+ExitStatus Docs(DocsOptions const& options);
+
+/// Complains and returns null when there is none.
+Operator* FindOperator(FusionDoc const& document, std::string const& name);
+
+/// Sets an input, or the inputs of a colour, as an artist would, instead of what is connected to it;
+/// complains when the text "Input=VALUE" does not fit.
 bool SetFromText(Operator& op, std::string const& assignment);
+
+/// Shortest text that reads as the same number; one that single precision holds as that precision prints it,
+/// so that 0.1 stays 0.1.
+std::string NumberText(double number);
 
 /// "; did you mean 'x'?", or nothing.
 std::string DidYouMean(std::string const& name, std::vector<std::string> const& known);

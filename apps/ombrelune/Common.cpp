@@ -7,6 +7,7 @@
 
 #include "apps/ombrelune/Commands.h"
 #include "host/builtin/Builtin.h"
+#include "host/flow/ColorGroups.h"
 #include "host/flow/InputValue.h"
 #include "host/value/NearestName.h"
 
@@ -73,6 +74,22 @@ std::string DidYouMean(std::string const& name, std::vector<std::string> const& 
     return near.empty() ? "" : fmt::format("; did you mean '{}'?", near);
 }
 
+std::string NumberText(double number)
+{
+    auto const single = static_cast<float>(number);
+    return single == number ? fmt::format("{}", single) : fmt::format("{}", number);
+}
+
+Operator* FindOperator(FusionDoc const& document, std::string const& name)
+{
+    Operator* const op = document.FindOperator(name);
+    if (op) return op;
+    std::vector<std::string> known;
+    for (auto const& each : document.Operators()) known.push_back(each->Name());
+    Complain(fmt::format("there is no tool {} in the flow{}", Quoted(name), DidYouMean(name, known)));
+    return nullptr;
+}
+
 bool SetFromText(Operator& op, std::string const& assignment)
 {
     auto const equals = assignment.find('=');
@@ -80,22 +97,43 @@ bool SetFromText(Operator& op, std::string const& assignment)
         Complain(fmt::format("--set {}: write Input=VALUE", Quoted(assignment)));
         return false;
     }
-    std::string const id = assignment.substr(0, equals);
-    Input* const input = op.FindInput(id);
-    if (!input) {
-        std::vector<std::string> known;
+    std::string const id = assignment.substr(0, equals), text = assignment.substr(equals + 1);
+    std::vector<Input*> inputs;
+    std::vector<std::string> texts, known;
+    if (Input* const input = op.FindInput(id)) {
+        inputs = {input};
+        texts = {text};
+    }
+    for (ColorGroup const& group : ColorGroups(op)) {
+        known.push_back(group.name);
+        if (group.name != id) continue;
+        inputs = group.channels;
+        texts = ColorChannels(text);
+        if (!texts.empty() && texts.size() <= inputs.size()) continue;
+        Complain(fmt::format("{}.{} takes a colour such as #ff8800, #ff8800cc or 1,0.5,0,1, not {}",
+                             op.Name(), id, Quoted(text)));
+        return false;
+    }
+    if (inputs.empty()) {
         for (auto const& each : op.Inputs()) known.push_back(each->Id().Text());
         Complain(fmt::format("no input {} on {}{}", Quoted(id), op.Name(), DidYouMean(id, known)));
         return false;
     }
-    InputValue const read = ValueFromText(*input, std::string_view(assignment).substr(equals + 1));
-    if (read.problem) {
-        Complain(*read.problem);
-        return false;
+    // All are read before the first is set.
+    std::vector<Ref<Parameter>> values;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        InputValue read = ValueFromText(*inputs[i], texts[i]);
+        if (read.problem) {
+            Complain(*read.problem);
+            return false;
+        }
+        values.push_back(std::move(read.value));
     }
-    input->ConnectTo(nullptr);
-    input->SetExpression(nullptr);
-    input->SetSource(read.value.Get(), op.Document()->GetCurrentTime(), nullptr);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        inputs[i]->ConnectTo(nullptr);
+        inputs[i]->SetExpression(nullptr);
+        inputs[i]->SetSource(values[i].Get(), op.Document()->GetCurrentTime(), nullptr);
+    }
     return true;
 }
 

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "apps/ombrelune/Commands.h"
+#include "apps/ombrelune/Print.h"
 #include "apps/ombrelune/RenderReport.h"
 #include "host/flow/FlowReader.h"
 #include "host/flow/FrameRange.h"
@@ -13,16 +13,6 @@
 namespace ombrelune::app {
 
 namespace {
-
-Operator* FindOperator(FusionDoc const& document, std::string const& name)
-{
-    Operator* const op = document.FindOperator(name);
-    if (op) return op;
-    std::vector<std::string> known;
-    for (auto const& each : document.Operators()) known.push_back(each->Name());
-    Complain(fmt::format("there is no tool {} in the flow{}", Quoted(name), DidYouMean(name, known)));
-    return nullptr;
-}
 
 bool SetValues(FusionDoc const& document, std::vector<std::string> const& assignments)
 {
@@ -134,14 +124,18 @@ ExitStatus Render(RenderOptions const& options)
     std::vector<RenderTarget> targets = SaversOf(document);
     if (!ReadOutputs(document, options.out, targets) || !ReadFrames(document, options.frames, frames))
         return kWrongInput;
+    RenderQuality const quality{.proxy = options.proxy, .quick = options.quick, .missing = options.missing};
+    std::size_t const memory = options.memory > 0 ? options.memory : MachineMemory() / 4;
+    if (!options.print.empty()) {
+        Renderer renderer(document, quality, memory);
+        return PrintValues(document, renderer, frames, options);
+    }
     if (targets.empty()) {
         Complain(fmt::format("{} writes nothing: add a Saver or --out Tool=PATTERN", options.flow));
         return kWrongInput;
     }
     if (frames.size() > 1 && !HavePlaceForFrames(targets)) return kWrongInput;
 
-    RenderQuality const quality{.proxy = options.proxy, .quick = options.quick, .missing = options.missing};
-    std::size_t const memory = options.memory > 0 ? options.memory : MachineMemory() / 4;
     RenderJob job(document, quality, memory, std::move(targets));
     RenderReporter reporter(frames.size(), options.json);
     if (options.dryRun) {

@@ -28,9 +28,16 @@ int Main(int argc, char** argv)
     renderCommand->add_option("FLOW", render.flow, "flow to render")->required();
     renderCommand->add_option("--frames", render.frames,
                               "5, 1-10, 1-10x2,30; --frames=-5--1 for negative ones");
-    renderCommand->add_option("--set", render.set, "Tool.Input=VALUE, instead of what the flow says")
+    renderCommand
+        ->add_option("--set", render.set, "Tool.Input=VALUE, instead of what the flow says or connects")
         ->take_all();
     renderCommand->add_option("--out", render.out, "Tool=PATTERN: write this tool's picture too")->take_all();
+    renderCommand
+        ->add_option("--print", render.print, "Tool.Output: print its numbers or texts, write no picture")
+        ->take_all()
+        ->excludes("--out");
+    renderCommand->add_flag("--csv", render.csv, "with --print: a table with commas between")
+        ->needs("--print");
     renderCommand->add_option("--proxy", render.proxy, "make pictures smaller by this factor")
         ->check(CLI::Range(1, 1024));
     renderCommand->add_flag("--quick", render.quick, "as while dragging: cheap filtering");
@@ -50,14 +57,15 @@ int Main(int argc, char** argv)
     renderCommand->add_flag("--stop-on-error", render.stopOnError, "end at the first frame that fails");
     renderCommand->add_flag("--dry-run", render.dryRun, "say what would be written, and from what");
     renderCommand->add_flag("--stats", render.stats, "time by tool and peak memory, at the end");
-    renderCommand->add_flag("--json", render.json, "a line of JSON a frame, for programs");
+    renderCommand->add_flag("--json", render.json, "a line of JSON a frame, for programs")->excludes("--csv");
 
     ApplyOptions apply;
     CLI::App* const applyCommand = program.add_subcommand("apply", "apply one tool to files");
     applyCommand->add_option("TOOL", apply.tool, "tool, such as BF_Invert")->required();
     applyCommand->add_option("--in", apply.in, "[Input=]FILE; without an input the main inputs in order")
         ->take_all();
-    applyCommand->add_option("--set", apply.set, "Input=VALUE: a number, true, a button's name, x,y, a text")
+    applyCommand
+        ->add_option("--set", apply.set, "Input=VALUE: a number, true, a button's name, x,y, #rrggbb, a text")
         ->take_all();
     applyCommand->add_option("--out", apply.out, "file to write")->required();
     applyCommand->add_flag("--quick", apply.quick, "as while dragging: cheap filtering");
@@ -86,6 +94,13 @@ int Main(int argc, char** argv)
     fmtCommand->add_flag("--check", fmt.check, "only tell which would change; ends with 1 if any would")
         ->excludes(inPlace);
 
+    DocsOptions docs;
+    CLI::App* const docsCommand = program.add_subcommand(
+        "docs", "write a page for each tool, with its example's picture, and a gallery");
+    docsCommand->add_option("FOLDER", docs.folder, "pages go to FOLDER/tools")->required();
+    docsCommand->add_option("--examples", docs.examples, "folder of the example flows")
+        ->capture_default_str();
+
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
@@ -99,6 +114,7 @@ int Main(int argc, char** argv)
     if (applyCommand->parsed()) return Apply(apply);
     if (toolsCommand->parsed()) return Tools(tools);
     if (checkCommand->parsed()) return Check(check);
+    if (docsCommand->parsed()) return Docs(docs);
     return Describe(describe);
 }
 

@@ -18,7 +18,7 @@ public:
     {
         static constexpr char const* names[] = {"Red", "Green", "Blue", "Alpha"};
         AddControlPageTagList("Color", {});
-        for (int channel = 0; channel < 4; ++channel)
+        for (int channel = 0; channel < 4; ++channel) {
             color[channel] = AddInputTagList(names[channel], names[channel],
                                              {{Attr_DataType, CLSID_DataType_Number},
                                               {Attr_InputControl, CLSID_InputControl_Color},
@@ -27,6 +27,8 @@ public:
                                               {Attr_MinSoft, 0.0},
                                               {Attr_MaxSoft, 1.0},
                                               {Attr_Default, channel == 3 ? 1.0 : 0.0}});
+        }
+        color[0]->SetAttrsTagList({{Attr_ControlName, "Color"}}); // the label of all four
     }
     unsigned SizeOf() const override { return sizeof(Background); }
 

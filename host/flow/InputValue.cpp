@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include "host/graph/Operator.h"
+#include "host/graph/FusionDoc.h"
 #include "host/value/NearestName.h"
 
 namespace ombrelune {
@@ -105,6 +106,17 @@ InputValue CheckedId(Input const& input, std::string_view name)
         fmt::format("{} has no choice {}; there are {}", PlaceOf(input), Quoted(name), Joined(names)));
 }
 
+/// A file's name as it was typed is meant from the working folder, one of a flow from the flow's.
+std::string TypedPath(Input const& input, std::string_view text)
+{
+    bool const isFile = input.Attributes().GetId(Attr_InputControl) == CLSID_InputControl_File;
+    FusionDoc const* const document = input.Owner()->Document();
+    if (!isFile || text.empty() || !document || document->file.empty()) return std::string(text);
+    std::error_code error;
+    std::string const path = std::filesystem::absolute(text, error).string();
+    return error ? std::string(text) : path;
+}
+
 InputValue NeedsConnection(Input const& input)
 {
     return Wrong(fmt::format("{} takes the output of another tool, not a value", PlaceOf(input)));
@@ -159,9 +171,11 @@ InputValue ValueFromScript(Input const& input, ScriptVal const& given, std::stri
 InputValue ValueFromText(Input const& input, std::string_view text)
 {
     FuID const type = input.DataType();
-    if (type == CLSID_DataType_Text) return {.value = MakeRef<Text>(std::string(text))};
+    if (type == CLSID_DataType_Text) return {.value = MakeRef<Text>(TypedPath(input, text))};
     if (type == CLSID_DataType_FuID) return CheckedId(input, text);
     if (type == CLSID_DataType_Point) return CheckedPoint(input, NumbersIn(text));
+    if (type == CLSID_DataType_LookUpTable)
+        return Wrong(fmt::format("{} takes a curve, which only a flow can hold", PlaceOf(input)));
     if (type != CLSID_DataType_Number) return NeedsConnection(input);
 
     bool const isTrue = SameIgnoringCase(text, "true") || SameIgnoringCase(text, "on");

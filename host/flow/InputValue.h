@@ -21,7 +21,7 @@ struct InputValue {
 InputValue ValueFromScript(Input const& input, ScriptVal const& given, std::string const& file);
 
 /// From a command line, where everything is a text: "0.5", "true", "0.2,0.7", "Luminance". A number beyond
-/// the hard range is a problem.
+/// the hard range is a problem. A relative file name starts at the working folder.
 InputValue ValueFromText(Input const& input, std::string_view text);
 
 /// "Tool.Input", for messages.

@@ -32,6 +32,8 @@ ReadResult ReadPicture(std::string const& path, ReadOptions const& options = {})
 
 struct WriteOptions {
     int depth = 0; ///< a picture depth to convert to; 0 keeps the picture's own
+    /// PNG: the smallest file rather than the quickest, without the alpha of an opaque picture.
+    bool isSmall = false;
 };
 
 /// Writes a picture in the format of its extension, whole or not at all (see AtomicFile).

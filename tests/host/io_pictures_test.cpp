@@ -197,6 +197,33 @@ TEST(Pictures, PngIsPremultipliedAndBottomUp)
     EXPECT_EQ(Words(At(ReadOrFail(folder / "grey.png"), 0, 0)), bytes(64, 64, 64, 255));
 }
 
+TEST(Pictures, ASmallPngHoldsTheSameInLess)
+{
+    TemporaryFolder const folder;
+    // A ramp with an alpha that is 1 all over, and one that is not in one pixel.
+    for (bool isOpaque : {true, false}) {
+        Ref<Image> const image =
+            NewImageTagList({{Img_Width, 200}, {Img_Height, 100}, {Img_Depth, kDepthInt8}});
+        for (int y = 0; y < 100; ++y) {
+            auto* out = reinterpret_cast<std::uint8_t*>(image->MainRow(y));
+            for (int x = 0; x < 200; ++x, out += 4) {
+                out[0] = static_cast<std::uint8_t>(x);
+                out[1] = static_cast<std::uint8_t>(x * y % 251);
+                out[2] = static_cast<std::uint8_t>(2 * y);
+                out[3] = 255;
+            }
+        }
+        if (!isOpaque) std::fill_n(image->MainRow(50), 4, std::byte{0});
+        ASSERT_FALSE(WritePicture(*image, folder / "quick.png"));
+        ASSERT_FALSE(WritePicture(*image, folder / "small.png", {.isSmall = true}));
+        Ref<Image> const read = ReadOrFail(folder / "small.png");
+        for (int y = 0; y < 100; ++y)
+            EXPECT_EQ(std::memcmp(read->MainRow(y), image->MainRow(y), 800), 0) << y;
+        EXPECT_LT(std::filesystem::file_size(folder / "small.png"),
+                  std::filesystem::file_size(folder / "quick.png"));
+    }
+}
+
 TEST(Pictures, TiffIsMultipliedOnlyWhereItSaysSo)
 {
     TemporaryFolder const folder;

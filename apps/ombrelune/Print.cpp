@@ -1,0 +1,122 @@
+#include "apps/ombrelune/Print.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+namespace ombrelune::app {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// The output that "Tool.Output" means; null after a complaint.
+Output* FindOutput(FusionDoc const& document, std::string const& text)
+{
+    auto const dot = text.find('.');
+    if (dot == std::string::npos) {
+        Complain(fmt::format("--print {}: write Tool.Output", Quoted(text)));
+        return nullptr;
+    }
+    Operator* const op = FindOperator(document, text.substr(0, dot));
+    if (!op) return nullptr;
+    std::string const id = text.substr(dot + 1);
+    Output* const output = op->FindOutput(id);
+    if (!output) {
+        std::vector<std::string> known;
+        for (auto const& each : op->Outputs()) known.push_back(each->Id().Text());
+        Complain(fmt::format("no output {} on {}{}", Quoted(id), op->Name(), DidYouMean(id, known)));
+        return nullptr;
+    }
+    FuID const type = output->DataType();
+    if (type == CLSID_DataType_Number || type == CLSID_DataType_Text) return output;
+    Complain(fmt::format("--print {}: the output gives {}; only numbers and texts can be printed",
+                         Quoted(text), type.Text()));
+    return nullptr;
+}
+
+/// A number, a text, or null for neither and for what is not a number.
+Json JsonOf(Parameter const* value)
+{
+    if (auto const* text = dynamic_cast<Text const*>(value)) return text->value;
+    auto const* number = dynamic_cast<Number const*>(value);
+    if (!number || !std::isfinite(number->value)) return nullptr;
+    return Json::parse(NumberText(number->value));
+}
+
+std::string TextOf(Parameter const* value)
+{
+    if (auto const* text = dynamic_cast<Text const*>(value)) return text->value;
+    auto const* number = dynamic_cast<Number const*>(value);
+    return number ? NumberText(number->value) : "";
+}
+
+/// A field of a table with commas between (RFC 4180).
+std::string CsvField(std::string const& text)
+{
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (char c : text) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + "\"";
+}
+
+using Values = std::vector<Ref<Parameter>>;
+
+void PrintFrame(int frame, Values const& values, RenderOptions const& options)
+{
+    std::vector<std::string> const& names = options.print;
+    if (options.json) {
+        Json json = {{"frame", frame}, {"values", Json::object()}};
+        for (std::size_t i = 0; i < names.size(); ++i) json["values"][names[i]] = JsonOf(values[i].Get());
+        // A text need not be UTF-8.
+        fmt::print("{}\n", json.dump(-1, ' ', false, Json::error_handler_t::replace));
+    } else if (options.csv) {
+        fmt::print("{}", frame);
+        for (auto const& value : values) fmt::print(",{}", CsvField(TextOf(value.Get())));
+        fmt::print("\n");
+    } else {
+        for (std::size_t i = 0; i < names.size(); ++i)
+            fmt::print("frame {}  {} = {}\n", frame, names[i], TextOf(values[i].Get()));
+    }
+    std::fflush(stdout);
+}
+
+} // namespace
+
+ExitStatus PrintValues(FusionDoc const& document, Renderer& renderer, std::vector<int> const& frames,
+                       RenderOptions const& options)
+{
+    std::vector<Output*> outputs;
+    for (std::string const& text : options.print) {
+        outputs.push_back(FindOutput(document, text));
+        if (!outputs.back()) return kWrongInput;
+    }
+    if (options.csv) {
+        fmt::print("frame");
+        for (std::string const& name : options.print) fmt::print(",{}", CsvField(name));
+        fmt::print("\n");
+    }
+    ExitStatus status = kDone;
+    renderer.Start({frames.begin(), frames.end()});
+    for (int frame : frames) {
+        Values values;
+        for (Output* output : outputs) {
+            RenderResult result = renderer.Evaluate(*output, frame);
+            if (result.problem) {
+                Complain(fmt::format("frame {}: {}", frame, result.problem->Format()));
+                status = std::max(status, result.problem->isFile ? kFileProblem : kFrameFailed);
+                break;
+            }
+            values.push_back(std::move(result.value));
+        }
+        if (values.size() == outputs.size()) PrintFrame(frame, values, options);
+        else if (options.stopOnError) break;
+        renderer.FinishFrame(frame);
+    }
+    return status;
+}
+
+} // namespace ombrelune::app
