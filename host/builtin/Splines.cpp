@@ -82,7 +82,8 @@ private:
 };
 
 Registry const splineRegistry(ClassRegistry(), "BezierSpline",
-                              BuiltinTags<BezierSpline>("BezierSpline", "A number that follows a curve"));
+                              BuiltinTags<BezierSpline>("BezierSpline", "A number that follows a curve",
+                                                        Varies::kWithTime));
 Registry const lutRegistry(ClassRegistry(), "LUTBezier",
                            BuiltinTags<LUTBezier>("LUTBezier", "A curve to look values up in"));
 Registry const pathRegistry(ClassRegistry(), "XYPath",

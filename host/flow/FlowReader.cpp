@@ -296,7 +296,7 @@ FlowReading BuildDocument(ScriptVal const& flow, std::string const& file)
 FlowReading ReadFlowText(std::string_view text, std::string const& file)
 {
     Parsed parsed = ParseScript(text, file);
-    if (parsed.value.IsNil())
+    if (parsed.value.IsNil() && !parsed.problems.empty())
         return {.document = nullptr, .problems = std::move(parsed.problems), .warnings = {}};
     FlowReading reading = BuildDocument(parsed.value, file);
     if (parsed.problems.empty()) return reading;

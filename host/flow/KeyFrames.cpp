@@ -93,13 +93,15 @@ private:
     void FillHandles()
     {
         for (std::size_t i = 0; i < written_.size(); ++i) {
-            auto& [key, left, right] = written_[i];
+            Written& written = written_[i];
+            BezierCurve::Key& key = written.key;
             auto const towards = [&](std::size_t other) -> Handle {
                 if (other >= written_.size()) return {key.x, key.y};
                 BezierCurve::Key const& to = written_[other].key;
                 return {key.x + (to.x - key.x) / 3.0, key.y + (to.y - key.y) / 3.0};
             };
-            Handle const before = left.value_or(towards(i - 1)), after = right.value_or(towards(i + 1));
+            Handle const before = written.left.value_or(towards(i - 1));
+            Handle const after = written.right.value_or(towards(i + 1));
             key.leftX = before.x, key.leftY = before.y;
             key.rightX = after.x, key.rightY = after.y;
         }

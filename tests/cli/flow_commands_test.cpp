@@ -153,5 +153,16 @@ TEST_F(FlowCommands, AnimationReachesThePictures)
     EXPECT_EQ(Run("render flow.comp --frames 5 --set Plain.Blue=1").status, 0);
 }
 
+TEST_F(FlowCommands, TheAnimatedExampleMoves)
+{
+    fs::create_directories(folder / "examples");
+    fs::copy(OMBRELUNE_SOURCE_DIR "/examples/media", folder / "examples/media", fs::copy_options::recursive);
+    fs::copy_file(OMBRELUNE_SOURCE_DIR "/examples/animated.comp", folder / "examples/animated.comp");
+    Ended const ended = Run("render examples/animated.comp --proxy 8 --frames 0-2,25");
+    ASSERT_EQ(ended.status, 0) << ended.errors;
+    EXPECT_NE(Slurp("out/animated/glow.0000.png"), Slurp("out/animated/glow.0025.png"));
+    EXPECT_NE(Slurp("out/animated/turn.0000.png"), Slurp("out/animated/turn.0025.png"));
+}
+
 } // namespace
 } // namespace ombrelune

@@ -30,6 +30,7 @@ TEST(FlowReader, TellsEveryMistakeByLine)
         char const* told;
     } const cases[] = {
         {"5", "f:1: a flow is a table with Tools, not a number\n"},
+        {"nil", "f:1: a flow is a table with Tools, not nothing\n"},
         {"Other { Tools = { } }", "f:1: a flow starts with Composition, not 'Other'\n"},
         {"{\nTool = { } }",
          "f:1: the flow has no table Tools\n"

@@ -1,5 +1,6 @@
 #include <random>
 
+#include "host/builtin/Builtin.h"
 #include "host/value/BezierCurve.h"
 #include "tests/host/flow_helpers.h"
 
@@ -78,6 +79,40 @@ TEST(Spline, FollowsItsKeys)
     EXPECT_EQ(flow.At("Plain.Value", 3), "4"); // missing handles lie on the straight line
     EXPECT_EQ(flow.At("One.Value", -1), "0.25");
     EXPECT_EQ(flow.At("Place.Value", 4.5), "5,0.75");
+}
+
+/// An operator that takes a curve.
+class CurveUser : public Operator {
+public:
+    CurveUser(Registry const* registry, ScriptVal const& settings, TagList const& tags)
+        : Operator(registry, settings, tags)
+    {
+        AddInputTagList("Curve", "Curve", {{Attr_DataType, CLSID_DataType_LookUpTable}});
+    }
+};
+
+TEST(Spline, CurvesForLookUpTablesAreToolsOrValues)
+{
+    Registry const registry(ClassRegistry(), "CurveUser", BuiltinTags<CurveUser>("CurveUser", ""));
+    ReadDocument flow(R"({ Tools = {
+        Lut = LUTBezier { KeyFrames = { [0] = 1, [1] = 0 } },
+        A = CurveUser { Inputs = { Curve = Input { SourceOp = "Lut", Source = "Value" } } },
+        B = CurveUser { Inputs = { Curve = Input { Value = LUTBezier { KeyFrames = { [0] = 0.5, [0.5] = 1 } } } } },
+        C = CurveUser { Inputs = { Curve = { KeyFrames = { [0] = 0.25 } } } },
+        D = CurveUser { },
+    } })");
+    auto const table = [&](char const* name) {
+        RenderResult const result = flow.InputAt(*flow.Document().FindOperator(name)->FindInput("Curve"), 0);
+        auto const& curve = dynamic_cast<LookUpTable const&>(*result.value);
+        return curve.MakeTable({{Lut_EntryBytes, 2}, {Lut_Low, 0.0}, {Lut_High, 1.0}, {Lut_Count, 5}});
+    };
+    using Table = std::vector<std::uint16_t>;
+    EXPECT_EQ(table("A"), (Table{65535, 49151, 32768, 16384, 0}));
+    EXPECT_EQ(table("B"), (Table{32768, 49151, 65535, 65535, 65535}));
+    EXPECT_EQ(table("C"), (Table{16384, 16384, 16384, 16384, 16384}));
+    EXPECT_EQ(table("D"), (Table{0, 16384, 32768, 49151, 65535}));
+    EXPECT_EQ(Told(ReadFlowText("{ Tools = { A = CurveUser { Inputs = { Curve = 5,\n} } } }", "f")),
+              "f:1: A.Curve: KeyFrames = { [0] = { 1 } } gives a curve\n");
 }
 
 TEST(Spline, MistakesNameKeyAndLine)
