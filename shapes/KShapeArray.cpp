@@ -72,6 +72,7 @@ bool KShapeArray::Inside(KVector2 const& p) const
         KVector2 const a = GetVector(i), b = GetVector(IndexNext(i));
         if (!(std::min(a.x, b.x) <= p.x && p.x < std::max(a.x, b.x))) continue;
         float const y = a.y + (p.x - a.x) * (b.y - a.y) / (b.x - a.x);
+        // A crossing at the side's first point does not count, even where the side before leaves it out too.
         if (y > p.y && KVector2(p.x, y) != a) inside = !inside;
     }
     return inside;

@@ -37,22 +37,23 @@ KShape* KShape::ResampleOf(KShapeEffectResampleData const& data) const
 
 KShape* KShapeArray::ResampleOf(KShapeEffectResampleData const& data) const
 {
+    double const total = PathLength();
+    if (points.empty() || !std::isfinite(total)) return ShapeOf();
     auto* result = new KShape;
-    if (points.empty()) return result;
     std::optional<KVector2> last;
     auto const add = [&](KVector2 const& p) {
         if (last == p) return;
         result->To(p, !last, false);
         last = p;
     };
-    double const distance = std::max({kLeastDistance, double{data.distance}, PathLength() / kMostSamples});
+    double const distance = std::max({kLeastDistance, double{data.distance}, total / kMostSamples});
     double target = std::max(0.0F, data.offset), travelled = 0.0;
     if (data.keepEndPoints) add(points.front());
     for (int i = 0; i < GetSegmentCount(); ++i) {
         KVector2 const a = GetVector(i), b = GetVector(IndexNext(i));
         double const length = SegmentLength(i), end = travelled + length;
         if (data.keepOriginalPoints) add(a);
-        for (; end > target && std::isfinite(end); target += distance)
+        for (; end > target; target += distance)
             add(a + static_cast<float>((target - travelled) / length) * (b - a));
         if (data.keepOriginalPoints) add(b);
         travelled = end;
