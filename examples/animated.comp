@@ -36,12 +36,6 @@ Composition {
         Fade = Input { Value = 0.92 },
       },
     },
-    GlowOut = Saver {
-      Inputs = {
-        Input = Input { SourceOp = "Glow", Source = "Output" },
-        Filename = Input { Value = "../out/animated/glow.####.png" },
-      },
-    },
 
     Turn = Brassfennel.BF_HueSaturation {
       Inputs = {
@@ -50,10 +44,17 @@ Composition {
         SaturationMultiply = Input { Expression = "1 + 0.5 * Lights.Threshold" },
       },
     },
-    TurnOut = Saver {
+    Joined = Merge {
       Inputs = {
-        Input = Input { SourceOp = "Turn", Source = "Output" },
-        Filename = Input { Value = "../out/animated/turn.####.png" },
+        Background = Input { SourceOp = "Turn", Source = "Output" },
+        Foreground = Input { SourceOp = "Glow", Source = "Output" },
+        Blend = Input { Value = 0.8 },
+      },
+    },
+    Out = Saver {
+      Inputs = {
+        Input = Input { SourceOp = "Joined", Source = "Output" },
+        Filename = Input { Value = "../out/animated/####.png" },
       },
     },
   },
