@@ -38,6 +38,7 @@ struct RenderJob::Progress {
     std::condition_variable changed;
     std::size_t next = 0; ///< first frame that nobody has begun
     std::size_t turn = 0; ///< frame whose files may be written
+    bool roomForTwo = false;
     bool ended = false;
 };
 
@@ -66,7 +67,8 @@ void RenderJob::Run(std::vector<int> const& frames, Options const& options,
             guard.lock();
             if (progress.ended) return;
             progress.ended = !report(done);
-            ++progress.turn;
+            // What the first frame took alone tells whether two have room.
+            if (progress.turn++ == 0) progress.roomForTwo = BuffersInUse().peak <= memory_ / 2;
             progress.changed.notify_all();
         }
     };
