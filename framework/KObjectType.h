@@ -13,7 +13,8 @@ struct KObjectType {
     /// Copy of the object inside a host value for the effect, which takes it over. The value may be null or
     /// hold nothing; what an effect gets then is the class's own choice.
     void* (*copyForEffect)(Parameter* value);
-    /// New host value that owns the object, which may be null.
+    /// New host value of the object, which may be null. Whether it takes the object over or holds a copy is
+    /// the class's own choice.
     Parameter* (*wrap)(void* object);
 };
 

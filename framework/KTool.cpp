@@ -94,7 +94,8 @@ void KTool::StartProcess()
 
 bool KTool::MayLeaveTrails() const
 {
-    return trailsInput && (trailsInput->Source() || NumberOf(trailsInput->Value().Get()) > 0.5);
+    return trailsInput &&
+           (trailsInput->Source() || trailsInput->Expression() || NumberOf(trailsInput->Value().Get()) > 0.5);
 }
 
 void KTool::PreCalcProcess(Request* request)

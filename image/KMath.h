@@ -7,6 +7,13 @@ namespace ombrelune {
 
 template <class T> void KSwap(T& a, T& b) { std::swap(a, b); }
 
+/// What is left of v beyond whole multiples of m, 0 to m; m is above 0.
+inline float KMod(float v, float m)
+{
+    float const rest = std::fmod(v, m);
+    return rest < 0.0F ? rest + m : rest;
+}
+
 /// Real roots of a x^2 + b x + c, the one with the added root first; false when there is none. a is not 0.
 inline bool SolveQuadratic(float a, float b, float c, float& x1, float& x2)
 {

@@ -72,6 +72,21 @@ struct RenderOptions {
 };
 ExitStatus Render(RenderOptions const& options);
 
+struct CheckOptions {
+    std::string flow;
+    bool json = false;
+};
+/// Lists everything that is wrong with a flow.
+ExitStatus Check(CheckOptions const& options);
+
+struct FmtOptions {
+    std::vector<std::string> flows;
+    bool inPlace = false;
+    bool check = false;
+};
+/// Prints flows in the canonical layout, or writes them back, or tells which are not in it.
+ExitStatus Fmt(FmtOptions const& options);
+
 struct DocsOptions {
     std::string folder;
     std::string examples = "examples"; ///< folder of the flows and notes

@@ -131,6 +131,7 @@ bool SetFromText(Operator& op, std::string const& assignment)
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
         inputs[i]->ConnectTo(nullptr);
+        inputs[i]->SetExpression(nullptr);
         inputs[i]->SetSource(values[i].Get(), op.Document()->GetCurrentTime(), nullptr);
     }
     return true;

@@ -88,7 +88,7 @@ bool HavePlaceForFrames(std::vector<RenderTarget> const& targets)
             Input const& name = *target.saver->FindInput("Filename");
             Ref<Parameter> const value = name.Value();
             auto const* text = dynamic_cast<Text const*>(value.Get());
-            if (name.Source() || !text) continue;
+            if (name.Source() || name.Expression() || !text) continue;
             pattern = text->value, place = target.saver->Name() + ".Filename";
         }
         if (IsPattern(pattern)) continue;

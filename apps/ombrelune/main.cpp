@@ -81,6 +81,19 @@ int Main(int argc, char** argv)
     describeCommand->add_option("TOOL", describe.tool, "tool, such as BF_Invert")->required();
     describeCommand->add_flag("--json", describe.json, "for programs");
 
+    CheckOptions check;
+    CLI::App* const checkCommand =
+        program.add_subcommand("check", "list everything that is wrong with a flow");
+    checkCommand->add_option("FLOW", check.flow, "flow to check")->required();
+    checkCommand->add_flag("--json", check.json, "for programs");
+
+    FmtOptions fmt;
+    CLI::App* const fmtCommand = program.add_subcommand("fmt", "print flows in the canonical layout");
+    fmtCommand->add_option("FLOW", fmt.flows, "flows to lay out")->required();
+    CLI::Option* const inPlace = fmtCommand->add_flag("--in-place", fmt.inPlace, "write the flows back");
+    fmtCommand->add_flag("--check", fmt.check, "only tell which would change; ends with 1 if any would")
+        ->excludes(inPlace);
+
     DocsOptions docs;
     CLI::App* const docsCommand = program.add_subcommand(
         "docs", "write a page for each tool, with its example's picture, and a gallery");
@@ -94,11 +107,13 @@ int Main(int argc, char** argv)
         return program.exit(error) == 0 ? kDone : kWrongInput;
     }
 
+    if (fmtCommand->parsed()) return Fmt(fmt); // needs no tools
     SetThreadCount(threads);
     if (auto problem = LoadBundle(bundle)) return Complain(*problem);
     if (renderCommand->parsed()) return Render(render);
     if (applyCommand->parsed()) return Apply(apply);
     if (toolsCommand->parsed()) return Tools(tools);
+    if (checkCommand->parsed()) return Check(check);
     if (docsCommand->parsed()) return Docs(docs);
     return Describe(describe);
 }

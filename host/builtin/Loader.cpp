@@ -43,7 +43,11 @@ public:
     unsigned SizeOf() const override { return sizeof(Loader); }
 
     bool ChecksRequests() const override { return false; }
-    std::string FileToRead(Request const& request) const override { return Find(request).path; }
+    SourceFile FileToRead(Request const& request) const override
+    {
+        auto const* pattern = dynamic_cast<Text const*>(request.InputData(*filename, 0));
+        return {Find(request).path, pattern && IsPattern(pattern->value)};
+    }
 
     void Process(Request* request) override
     {

@@ -57,14 +57,10 @@ private:
     Output* output;
 };
 
-TagList SaverTags()
-{
-    TagList tags = BuiltinTags<Saver>("Saver", "Writes a picture file or a sequence");
-    tags.Add({Reg_TimeVariant, 1}); // each frame is written, be it the same picture
-    return tags;
-}
-
-Registry const saverRegistry(ClassRegistry(), "Saver", SaverTags());
+// Each frame is written, be it the same picture.
+Registry const saverRegistry(ClassRegistry(), "Saver",
+                             BuiltinTags<Saver>("Saver", "Writes a picture file or a sequence",
+                                                Varies::kWithTime));
 
 } // namespace
 

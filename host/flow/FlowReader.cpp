@@ -6,12 +6,15 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <map>
 
 #include <fmt/format.h>
 
+#include "host/flow/Cycles.h"
+#include "host/flow/Expression.h"
 #include "host/flow/InputValue.h"
+#include "host/flow/KeyFrames.h"
 #include "host/flow/Parser.h"
+#include "host/flow/ToolTree.h"
 #include "host/image/Image.h"
 #include "host/value/NearestName.h"
 
@@ -19,24 +22,18 @@ namespace ombrelune {
 
 namespace {
 
-/// "; did you mean 'x'?", or nothing.
-std::string DidYouMean(std::string const& name, std::vector<std::string> const& known)
-{
-    std::string const near = NearestName(name, known);
-    return near.empty() ? "" : fmt::format("; did you mean '{}'?", near);
-}
-
-template <class Items> std::vector<std::string> IdsOf(Items const& items)
-{
-    std::vector<std::string> ids;
-    for (auto const& item : items) ids.push_back(item->Id().Text());
-    return ids;
-}
+/// Fields that are read. Any other is for editors, and stays out of the way.
+std::vector<std::string> const kRootFields{"Tools", "FrameFormat", "GlobalRange", "RenderRange",
+                                           "CurrentTime"};
+std::vector<std::string> const kFormatFields{"Width", "Height", "Rate", "Depth", "AspectX", "AspectY"};
+std::vector<std::string> const kToolFields{"Inputs", "PassThrough", "KeyFrames"};
+std::vector<std::string> const kInputFields{"Value", "SourceOp", "Source", "Expression"};
 
 class Builder {
 public:
     Builder(FlowReading& reading, std::string const& file)
-        : reading_(reading), file_(file), document_(std::make_unique<FusionDoc>())
+        : reading_(reading), file_(file), document_(std::make_unique<FusionDoc>()),
+          tree_(*document_, reading.problems)
     {
         document_->file = file;
     }
@@ -56,16 +53,17 @@ public:
         ReadRange(*root, "RenderRange", document_->renderStart, document_->renderEnd);
         ReadNumber(*root, "CurrentTime", document_->currentTime, -1e9, 1e9);
 
+        WarnOfLikeFields(*root, kRootFields, "the flow");
+
         ScriptVal const* const tools = root->Find("Tools");
         if (!tools || !tools->AsTable()) return Wrong(flow.line, "the flow has no table Tools");
-        for (auto const& entry : tools->AsTable()->entries) AddTool(entry);
-        for (auto const& [op, table] : tools_) ReadInputs(*op, *table);
-        FindCycles();
+        tree_.Read(*tools->AsTable());
+        for (auto const& tool : tree_.Tools()) ReadTool(tool);
+        for (auto const& given : tree_.GroupInputs()) ReadGroupInput(given);
+        for (Problem& cycle : FindCycles(*document_)) reading_.problems.push_back(std::move(cycle));
         // Tools learn of every value as an artist's change would tell them; what the flow says still holds
         // after.
         if (reading_.problems.empty()) Notify();
-        std::stable_sort(reading_.problems.begin(), reading_.problems.end(),
-                         [](Problem const& a, Problem const& b) { return a.line < b.line; });
         if (reading_.problems.empty()) reading_.document = std::move(document_);
     }
 
@@ -94,6 +92,7 @@ private:
         if (!given) return;
         ScriptTable const* const table = given->AsTable();
         if (!table) return Wrong(given->line, "FrameFormat is a table");
+        WarnOfLikeFields(*table, kFormatFields, "FrameFormat");
         FrameFormat& format = document_->format;
         ReadNumber(*table, "Width", format.width, 1, Image::kMaxSide);
         ReadNumber(*table, "Height", format.height, 1, Image::kMaxSide);
@@ -117,37 +116,27 @@ private:
         end = *last->AsNumber();
     }
 
-    void AddTool(ScriptTable::Entry const& entry)
+    /// A field that nobody reads and that is spelled almost like one that is read.
+    void WarnOfLikeFields(ScriptTable const& table, std::vector<std::string> const& known,
+                          std::string const& place)
     {
-        std::string const* const name = entry.key.AsText();
-        ScriptTable const* const table = entry.value.AsTable();
-        if (!name || !table || table->constructor.empty())
-            return Wrong(entry.value.line, "a tool is written Name = Class { ... }");
-        if (document_->FindOperator(*name))
-            return Wrong(entry.value.line, fmt::format("there are two tools of the name {}", Quoted(*name)));
-        Registry const* const found = FindClass(table->constructor);
-        if (!found) {
-            std::vector<std::string> known;
-            for (Registry const* registry : Operator::AllOperators()) known.push_back(registry->Id().Text());
-            return Wrong(entry.value.line,
-                         fmt::format("{}: there is no tool {}{}", *name, Quoted(table->constructor),
-                                     DidYouMean(table->constructor, known)));
+        for (auto const& entry : table.entries) {
+            std::string const* const name = entry.key.AsText();
+            if (!name || std::find(known.begin(), known.end(), *name) != known.end()) continue;
+            std::string const hint = DidYouMean(*name, known);
+            if (hint.empty()) continue;
+            reading_.warnings.push_back(
+                {.file = file_,
+                 .line = entry.value.line,
+                 .text = fmt::format("{}: the field {} changes nothing{}", place, Quoted(*name), hint)});
         }
-        Operator* const op = document_->AddOperator(*found, *name, entry.value);
-        op->line = entry.value.line;
-        tools_.emplace_back(op, table);
     }
 
-    static Registry const* FindClass(std::string const& id)
+    void ReadTool(ToolTree::Tool const& tool)
     {
-        auto const all = Operator::AllOperators();
-        auto const found =
-            std::find_if(all.begin(), all.end(), [&](Registry const* r) { return r->Id().Text() == id; });
-        return found == all.end() ? nullptr : *found;
-    }
-
-    void ReadInputs(Operator& op, ScriptTable const& table)
-    {
+        Operator& op = *tool.op;
+        ScriptTable const& table = *tool.given->AsTable();
+        WarnOfLikeFields(table, kToolFields, op.Name());
         if (ScriptVal const* pass = table.Find("PassThrough")) {
             if (!pass->AsBool())
                 Wrong(pass->line, fmt::format("{}: PassThrough is true or false", op.Name()));
@@ -155,6 +144,10 @@ private:
                 Wrong(pass->line, fmt::format("{} has no input to pass through", op.Name()));
             else op.passThrough = *pass->AsBool();
         }
+        // The operator has read them too, but cannot speak.
+        bool const isSpline = table.constructor == "BezierSpline" || table.constructor == "LUTBezier";
+        if (isSpline || table.Find("KeyFrames")) TakeCurve(*tool.given, op.Name());
+
         ScriptVal const* const inputs = table.Find("Inputs");
         if (!inputs) return;
         if (!inputs->AsTable()) return Wrong(inputs->line, fmt::format("{}: Inputs is a table", op.Name()));
@@ -165,93 +158,109 @@ private:
                       fmt::format("{}: an input is written Name = Input {{ ... }}", op.Name()));
                 continue;
             }
-            if (Input* const input = op.FindInput(*name)) ReadInput(*input, entry.value);
-            else
-                Wrong(entry.value.line,
-                      fmt::format("no input {} on {} ({}){}", Quoted(*name), op.Name(),
-                                  op.Registration()->ShortName().empty() ? op.Registration()->Id().Text()
-                                                                         : op.Registration()->DisplayName(),
-                                  DidYouMean(*name, IdsOf(op.Inputs()))));
+            auto const input = ToolTree::InputOf({&op, nullptr}, *name);
+            if (auto const* wrong = std::get_if<std::string>(&input)) Wrong(entry.value.line, *wrong);
+            else ReadInput(*std::get<Input*>(input), entry.value, *tool.scope);
         }
     }
 
-    void ReadInput(Input& input, ScriptVal const& given)
+    void ReadInput(Input& input, ScriptVal const& given, ToolTree::Scope const& scope)
     {
         ScriptTable const* const table = given.AsTable();
-        bool const isInput = table && table->constructor == "Input";
-        if (isInput && table->Find("SourceOp")) return Connect(input, *table, given.line);
-        if (isInput && table->Find("Expression"))
+        if (!table || table->constructor != "Input") return ReadValue(input, given);
+        WarnOfLikeFields(*table, kInputFields, PlaceOf(input));
+        ScriptVal const* const source = table->Find("SourceOp");
+        ScriptVal const* const expression = table->Find("Expression");
+        ScriptVal const* const value = table->Find("Value");
+        if (!source && !expression && !value)
             return Wrong(given.line,
-                         fmt::format("{} has an expression, which cannot be read yet: give it a value",
-                                     PlaceOf(input)));
-        ScriptVal const* const value = isInput ? table->Find("Value") : &given;
-        if (!value)
-            return Wrong(given.line, fmt::format("{} has neither a Value nor a SourceOp", PlaceOf(input)));
-        InputValue read = ValueFromScript(input, *value, file_);
-        if (read.warning) reading_.warnings.push_back(*read.warning);
-        if (read.problem) reading_.problems.push_back(*read.problem);
-        else input.SetValueQuietly(std::move(read.value));
+                         fmt::format("{} has neither a Value, a SourceOp nor an Expression", PlaceOf(input)));
+        if (value && !source) ReadValue(input, *value);
+        if (source) Connect(input, *table, given.line, scope);
+        if (expression) ReadExpression(input, *expression, scope);
+        if (source && expression)
+            reading_.warnings.push_back({.file = file_,
+                                         .line = expression->line,
+                                         .text = fmt::format("{} has a SourceOp and an Expression; the "
+                                                             "expression is used",
+                                                             PlaceOf(input))});
     }
 
-    void Connect(Input& input, ScriptTable const& table, int line)
+    /// What a group says about the input of a tool inside it wins over what the tool says.
+    void ReadGroupInput(ToolTree::GroupInput const& group)
+    {
+        Input& input = *group.input;
+        if (ScriptVal const* standard = group.given->Find("Default")) {
+            InputValue read = ValueFromScript(input, *standard, file_);
+            if (Report(read)) input.SetSource(read.value.Get(), kDefaultTime, nullptr);
+        }
+        if (ScriptVal const* value = group.given->Find("Value")) {
+            ReadValue(input, *value);
+            input.ConnectTo(nullptr);
+            input.SetExpression(nullptr);
+        }
+        if (ScriptVal const* expression = group.given->Find("Expression"))
+            ReadExpression(input, *expression, *group.scope);
+    }
+
+    /// Takes up problem and warning; whether there is a value.
+    bool Report(InputValue& read)
+    {
+        if (read.warning) reading_.warnings.push_back(*read.warning);
+        if (read.problem) reading_.problems.push_back(*read.problem);
+        return !read.problem;
+    }
+
+    void ReadValue(Input& input, ScriptVal const& value)
+    {
+        if (input.DataType() == CLSID_DataType_LookUpTable)
+            return input.SetValueQuietly(MakeRef<LookUpTable>(TakeCurve(value, PlaceOf(input))));
+        InputValue read = ValueFromScript(input, value, file_);
+        if (Report(read)) input.SetValueQuietly(std::move(read.value));
+    }
+
+    BezierCurve TakeCurve(ScriptVal const& table, std::string const& place)
+    {
+        KeyFrames read = ReadKeyFrames(table, place, file_);
+        for (Problem& problem : read.problems) reading_.problems.push_back(std::move(problem));
+        for (Problem& warning : read.warnings) reading_.warnings.push_back(std::move(warning));
+        return std::move(read.curve);
+    }
+
+    void ReadExpression(Input& input, ScriptVal const& given, ToolTree::Scope const& scope)
+    {
+        if (!given.AsText())
+            return Wrong(given.line, fmt::format("{}: Expression is a text", PlaceOf(input)));
+        auto read = CompileExpression(input, *given.AsText(), ScopeNames(tree_, scope), file_, given.line);
+        for (Problem& problem : read.problems) reading_.problems.push_back(std::move(problem));
+        input.SetExpression(std::move(read.expression));
+    }
+
+    void Connect(Input& input, ScriptTable const& table, int line, ToolTree::Scope const& scope)
     {
         ScriptVal const& opName = *table.Find("SourceOp");
         ScriptVal const* const outputName = table.Find("Source");
         if (!opName.AsText() || (outputName && !outputName->AsText()))
             return Wrong(line, fmt::format("{}: SourceOp and Source are texts", PlaceOf(input)));
-        Operator* const source = document_->FindOperator(*opName.AsText());
-        if (!source) {
-            std::vector<std::string> names;
-            for (auto const& op : document_->Operators()) names.push_back(op->Name());
-            return Wrong(opName.line,
-                         fmt::format("{}: there is no tool {} in the flow{}", PlaceOf(input),
-                                     Quoted(*opName.AsText()), DidYouMean(*opName.AsText(), names)));
-        }
-        std::string const wanted = outputName ? *outputName->AsText() : "Output";
-        Output* const output = source->FindOutput(wanted);
-        if (!output)
+        ToolTree::Member const* const source = tree_.Find(scope, *opName.AsText());
+        if (!source)
+            return Wrong(opName.line, fmt::format("{}: there is no tool {} in the flow{}", PlaceOf(input),
+                                                  Quoted(*opName.AsText()),
+                                                  DidYouMean(*opName.AsText(), tree_.NamesFrom(scope))));
+        if (!source->IsMade()) return; // what is wrong with it is told already
+        auto const found =
+            ToolTree::OutputOf(*source, outputName ? std::optional(*outputName->AsText()) : std::nullopt);
+        if (auto const* wrong = std::get_if<std::string>(&found))
             return Wrong(outputName ? outputName->line : opName.line,
-                         fmt::format("{}: no output {} on {}{}", PlaceOf(input), Quoted(wanted),
-                                     source->Name(), DidYouMean(wanted, IdsOf(source->Outputs()))));
-        bool const bothImages = input.IsImage() && (output->DataType() == CLSID_DataType_Image ||
-                                                    output->DataType() == CLSID_DataType_Mask);
-        if (output->DataType() != input.DataType() && !bothImages)
+                         fmt::format("{}: {}", PlaceOf(input), *wrong));
+        Output& output = *std::get<Output*>(found);
+        bool const bothImages = input.IsImage() && (output.DataType() == CLSID_DataType_Image ||
+                                                    output.DataType() == CLSID_DataType_Mask);
+        if (output.DataType() != input.DataType() && !bothImages)
             return Wrong(line, fmt::format("{} takes a value of type {}, and {}.{} gives {}", PlaceOf(input),
-                                           input.DataType().Text(), source->Name(), output->Id().Text(),
-                                           output->DataType().Text()));
-        input.ConnectTo(output);
-    }
-
-    /// Depth first; a tool that is met while it is still open closes a cycle.
-    void FindCycles()
-    {
-        std::map<Operator const*, int> state; // 1 open, 2 done
-        struct Step {
-            Operator const* op;
-            std::size_t next;
-        };
-        for (auto const& [start, table] : tools_) {
-            std::vector<Step> path;
-            if (state[start] == 0) path.push_back({start, 0});
-            while (!path.empty()) {
-                auto& [op, next] = path.back();
-                state[op] = 1;
-                if (next == op->Inputs().size()) {
-                    state[op] = 2;
-                    path.pop_back();
-                    continue;
-                }
-                Input const& input = *op->Inputs()[next++];
-                Operator const* const source = input.Source() ? input.Source()->Owner() : nullptr;
-                if (!source || state[source] == 2) continue;
-                if (state[source] == 1) {
-                    Wrong(source->line,
-                          fmt::format("{} feeds itself through {}", source->Name(), PlaceOf(input)));
-                    continue;
-                }
-                path.push_back({source, 0});
-            }
-        }
+                                           input.DataType().Text(), output.Owner()->Name(),
+                                           output.Id().Text(), output.DataType().Text()));
+        input.ConnectTo(&output);
     }
 
     void Notify()
@@ -269,7 +278,7 @@ private:
     FlowReading& reading_;
     std::string file_;
     std::unique_ptr<FusionDoc> document_;
-    std::vector<std::pair<Operator*, ScriptTable const*>> tools_;
+    ToolTree tree_;
 };
 
 } // namespace
@@ -278,35 +287,58 @@ FlowReading BuildDocument(ScriptVal const& flow, std::string const& file)
 {
     FlowReading reading;
     Builder(reading, file).Build(flow);
+    for (auto* list : {&reading.problems, &reading.warnings})
+        std::stable_sort(list->begin(), list->end(),
+                         [](Problem const& a, Problem const& b) { return a.line < b.line; });
     return reading;
 }
 
-FlowReading ReadFlow(std::string const& path)
+FlowReading ReadFlowText(std::string_view text, std::string const& file)
 {
-    auto const failed = [&](std::string const& what) {
-        FlowReading reading;
-        reading.problems.push_back({.file = path, .line = 0, .text = what, .isFile = true});
-        return reading;
+    Parsed parsed = ParseScript(text, file);
+    if (parsed.value.IsNil() && !parsed.problems.empty())
+        return {.document = nullptr, .problems = std::move(parsed.problems), .warnings = {}};
+    FlowReading reading = BuildDocument(parsed.value, file);
+    if (parsed.problems.empty()) return reading;
+    // Both mistakes in what is written and in what it means; one line's mistake is told once.
+    reading.document = nullptr;
+    for (Problem& problem : reading.problems) {
+        auto const isTold = std::any_of(parsed.problems.begin(), parsed.problems.end(),
+                                        [&](Problem const& told) { return told.line == problem.line; });
+        if (!isTold) parsed.problems.push_back(std::move(problem));
+    }
+    std::stable_sort(parsed.problems.begin(), parsed.problems.end(),
+                     [](Problem const& a, Problem const& b) { return a.line < b.line; });
+    reading.problems = std::move(parsed.problems);
+    return reading;
+}
+
+FlowText ReadFlowFile(std::string const& path)
+{
+    auto const failed = [&](std::string const& what) -> FlowText {
+        return {.problem = Problem{.file = path, .line = 0, .text = what, .isFile = true}};
     };
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) return failed("is a folder, not a flow");
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path.c_str(), "rb"), std::fclose);
     if (!file) return failed(fmt::format("cannot be read: {}", std::strerror(errno)));
-    std::string text;
+    FlowText read;
     std::vector<char> block(1 << 16);
     // The parser's limit bounds what is read of an endless file.
-    while (text.size() <= kMaxTextBytes) {
+    while (read.text.size() <= kMaxTextBytes) {
         std::size_t const count = std::fread(block.data(), 1, block.size(), file.get());
         if (count == 0) break;
-        text.append(block.data(), count);
+        read.text.append(block.data(), count);
     }
-    Parsed parsed = ParseScript(text, path);
-    if (!parsed.problems.empty()) {
-        FlowReading reading;
-        reading.problems = std::move(parsed.problems);
-        return reading;
-    }
-    return BuildDocument(parsed.value, path);
+    if (std::ferror(file.get())) return failed(fmt::format("cannot be read: {}", std::strerror(errno)));
+    return read;
+}
+
+FlowReading ReadFlow(std::string const& path)
+{
+    FlowText const read = ReadFlowFile(path);
+    if (read.problem) return {.document = nullptr, .problems = {*read.problem}, .warnings = {}};
+    return ReadFlowText(read.text, path);
 }
 
 } // namespace ombrelune

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/graph/FusionDoc.h"
@@ -18,8 +20,18 @@ struct FlowReading {
     std::vector<Problem> warnings;
 };
 
+/// Text of a flow file, or why it cannot be read.
+struct FlowText {
+    std::string text = {};
+    std::optional<Problem> problem = {};
+};
+FlowText ReadFlowFile(std::string const& path);
+
 /// Reads a flow file: Composition { ... } or a bare table with Tools.
 FlowReading ReadFlow(std::string const& path);
+
+/// The same for the text of a flow.
+FlowReading ReadFlowText(std::string_view text, std::string const& file);
 
 /// Builds the document of a parsed flow. The file is for messages and relative paths.
 FlowReading BuildDocument(ScriptVal const& flow, std::string const& file);

@@ -1,7 +1,7 @@
 #include "host/flow/FrameRange.h"
 
+#include <algorithm>
 #include <charconv>
-#include <set>
 
 #include <fmt/format.h>
 
@@ -37,7 +37,7 @@ FrameRange ParseFrames(std::string_view text)
                                         Quoted(text), why)};
         return range;
     };
-    std::set<int> frames;
+    std::vector<int> frames;
     std::string_view rest = text;
     do {
         std::optional<int> const first = TakeInt(rest);
@@ -54,14 +54,15 @@ FrameRange ParseFrames(std::string_view text)
             }
         }
         if (last < *first) return wrong(fmt::format("{} comes before {}", last, *first));
-        if ((static_cast<long>(last) - *first) / step >= kMostFrames)
+        auto const room = kMostFrames - static_cast<long>(frames.size());
+        if ((static_cast<long>(last) - *first) / step >= room)
             return wrong(fmt::format("that is more than {} frames", kMostFrames));
-        for (long frame = *first; frame <= last; frame += step) frames.insert(static_cast<int>(frame));
+        for (long frame = *first; frame <= last; frame += step) frames.push_back(static_cast<int>(frame));
     } while (Take(rest, ','));
     if (!rest.empty()) return wrong(fmt::format("{} is left over", Quoted(rest)));
-    FrameRange range;
-    range.frames.assign(frames.begin(), frames.end());
-    return range;
+    std::sort(frames.begin(), frames.end());
+    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
+    return {std::move(frames), std::nullopt};
 }
 
 } // namespace ombrelune

@@ -1,5 +1,6 @@
 #include "host/flow/Lexer.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -50,6 +51,20 @@ void AppendUtf8(std::string& out, std::uint32_t code)
 
 } // namespace
 
+bool IsKeyword(std::string_view text)
+{
+    static constexpr std::string_view words[] = {
+        "and", "break", "do",  "else", "elseif", "end",    "false",  "for",  "function", "goto",  "if",
+        "in",  "local", "nil", "not",  "or",     "repeat", "return", "then", "true",     "until", "while"};
+    return std::find(std::begin(words), std::end(words), text) != std::end(words);
+}
+
+bool IsPlainName(std::string_view text)
+{
+    return !text.empty() && IsNameStart(text[0]) && CountWhile(text, IsNamePart) == text.size() &&
+           !IsKeyword(text);
+}
+
 Token Lexer::Next()
 {
     Token token;
@@ -73,16 +88,11 @@ Token Lexer::Next()
             token.kind = Token::kBad;
             token.text = "the long text that begins here does not end";
         }
-    } else if (std::string_view("{}[]()=,;.-").find(c) != std::string_view::npos) {
-        token.kind = Token::kSymbol;
+    } else {
+        bool const isSymbol = std::string_view("{}[]()=,;.-").find(c) != std::string_view::npos;
+        token.kind = isSymbol ? Token::kSymbol : Token::kOther;
         token.text = c;
         rest_.remove_prefix(1);
-    } else {
-        token.kind = Token::kBad;
-        bool const visible = c > 0x20 && c < 0x7f;
-        token.text = visible ? fmt::format("found '{}', which stands only in quoted texts", c)
-                             : fmt::format("found byte 0x{:02x}, which stands only in quoted texts",
-                                           static_cast<unsigned char>(c));
     }
     return token;
 }
@@ -96,27 +106,44 @@ bool Lexer::TakeLineEnd()
     return true;
 }
 
-bool Lexer::SkipSpace(Token& bad)
+bool Lexer::SkipSpace(Token& token)
 {
+    int lineEnds = 0;
     while (!rest_.empty()) {
-        if (TakeLineEnd()) continue;
-        if (IsSpace(rest_[0])) {
+        if (TakeLineEnd()) {
+            ++lineEnds;
+        } else if (IsSpace(rest_[0])) {
             rest_.remove_prefix(1);
         } else if (rest_.substr(0, 2) == "--") {
-            bad.line = line_;
-            rest_.remove_prefix(2);
-            if (int const level = LongBracketLevel(); level >= 0) {
-                std::string comment;
-                if (TakeLongBracket(level, comment)) continue;
-                bad.kind = Token::kBad;
-                bad.text = "the comment that begins here does not end";
-                return false;
-            }
-            rest_.remove_prefix(CountWhile(rest_, [](char c) { return !IsLineEnd(c); }));
+            if (!TakeComment(token, lineEnds > 1)) return false;
+            lineEnds = 0;
         } else {
             break;
         }
     }
+    token.blankLine = lineEnds > 1;
+    return true;
+}
+
+bool Lexer::TakeComment(Token& token, bool blankLine)
+{
+    std::string_view const start = rest_;
+    int const line = line_;
+    rest_.remove_prefix(2);
+    if (int const level = LongBracketLevel(); level >= 0) {
+        std::string contents;
+        if (!TakeLongBracket(level, contents)) {
+            token.kind = Token::kBad;
+            token.line = line;
+            token.text = "the comment that begins here does not end";
+            return false;
+        }
+    } else {
+        rest_.remove_prefix(CountWhile(rest_, [](char c) { return !IsLineEnd(c); }));
+    }
+    std::string text(start.substr(0, start.size() - rest_.size()));
+    while (IsSpace(text.back())) text.pop_back();
+    token.comments.push_back({std::move(text), line, line_, blankLine});
     return true;
 }
 
@@ -184,7 +211,9 @@ void Lexer::TakeQuoted(Token& token)
         if (c != '\\') {
             token.text += c;
         } else if (std::string wrong = TakeEscape(token.text); !wrong.empty()) {
-            token = {Token::kBad, std::move(wrong), 0.0, line_};
+            token.kind = Token::kBad;
+            token.text = std::move(wrong);
+            token.line = line_;
             return;
         }
     }

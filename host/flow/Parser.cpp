@@ -24,6 +24,12 @@ std::string Describe(Token const& token)
     }
 }
 
+std::string DescribeCharacter(char c)
+{
+    bool const visible = c > 0x20 && c < 0x7f;
+    return visible ? fmt::format("'{}'", c) : fmt::format("byte 0x{:02x}", static_cast<unsigned char>(c));
+}
+
 std::string DescribeKey(ScriptVal const& key)
 {
     if (auto const* text = key.AsText()) return Quoted(*text);
@@ -47,8 +53,11 @@ public:
     Parsed Run()
     {
         Parsed parsed;
+        TakeComments(parsed.before);
+        parsed.blankLine = now_.blankLine;
         bool ok = Value(parsed.value, 0);
         if (ok && now_.kind != Token::kEnd) ok = Expected("nothing more");
+        TakeComments(parsed.after);
         if (!ok) parsed.value = {};
         std::stable_sort(problems_.begin(), problems_.end(),
                          [](Problem const& a, Problem const& b) { return a.line < b.line; });
@@ -57,7 +66,13 @@ public:
     }
 
 private:
-    void Advance() { now_ = lexer_.Next(); }
+    void Advance()
+    {
+        lastLine_ = lexer_.Line();
+        now_ = lexer_.Next();
+        for (Token::Comment& comment : now_.comments) pending_.push_back(std::move(comment));
+        now_.comments.clear();
+    }
     bool Is(char symbol) const { return now_.kind == Token::kSymbol && now_.text[0] == symbol; }
     bool Take(char symbol)
     {
@@ -73,7 +88,29 @@ private:
     bool Expected(std::string_view what)
     {
         if (now_.kind == Token::kBad) return Fail(now_.line, now_.text);
+        if (now_.kind == Token::kOther)
+            return Fail(now_.line, fmt::format("found {}, which stands only in quoted texts",
+                                               DescribeCharacter(now_.text[0])));
         return Fail(now_.line, fmt::format("found {}; expected {}", Describe(now_), what));
+    }
+
+    void TakeComments(std::vector<ScriptComment>& to) { TakeComments(to, pending_.size()); }
+    void TakeComments(std::vector<ScriptComment>& to, std::size_t count)
+    {
+        for (std::size_t i = 0; i < count; ++i)
+            to.push_back({std::move(pending_[i].text), pending_[i].blankLine});
+        pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(count));
+    }
+    /// Takes the comments that follow the last token on its line, if nothing else follows there that they
+    /// could stand before.
+    void TakeCommentsBehind(std::vector<ScriptComment>& to)
+    {
+        std::size_t count = 0;
+        while (count < pending_.size() && pending_[count].line == lastLine_) ++count;
+        if (count == 0) return;
+        bool const endsTable = Is(',') || Is(';') || Is('}');
+        int const nextLine = count < pending_.size() ? pending_[count].line : now_.line;
+        if (endsTable || nextLine > pending_[count - 1].endLine) TakeComments(to, count);
     }
 
     bool Value(ScriptVal& value, int depth)
@@ -127,19 +164,35 @@ private:
         Advance();
         auto table = std::make_shared<ScriptTable>();
         table->constructor = std::move(constructor);
-        while (!Take('}')) {
-            if (!Entry(table->entries.emplace_back(), depth)) return false;
-            if (!Take(',') && !Take(';') && !Is('}'))
-                return Expected(fmt::format("',' or '}}' in the table opened in line {}", opened));
+        TakeCommentsBehind(table->behindBrace);
+        while (!Is('}')) {
+            ScriptTable::Entry& entry = table->entries.emplace_back();
+            if (!Entry(entry, depth)) return false;
+            TakeCommentsBehind(entry.behind);
+            if (Take(',') || Take(';')) TakeCommentsBehind(entry.behind);
+            else if (!Is('}') && !MissesComma(opened)) return false;
         }
+        TakeComments(table->atEnd);
+        Advance();
         NoteRepeatedKeys(*table);
         value = ScriptVal(std::move(table));
         value.line = line;
         return true;
     }
 
+    /// Reports what stands where a comma should; false unless another entry begins there.
+    bool MissesComma(int opened)
+    {
+        Expected(fmt::format("',' or '}}' in the table opened in line {}", opened));
+        bool const beginsEntry = now_.kind == Token::kName || now_.kind == Token::kText ||
+                                 now_.kind == Token::kNumber || Is('[') || Is('{');
+        return beginsEntry && problems_.size() < kMostProblems;
+    }
+
     bool Entry(ScriptTable::Entry& entry, int depth)
     {
+        TakeComments(entry.before);
+        entry.blankLine = now_.blankLine;
         if (now_.kind == Token::kName) {
             Token const name = now_;
             Advance();
@@ -155,6 +208,7 @@ private:
             if (!Take(']')) return Expected("']' after the key");
             if (!Take('=')) return Expected("'=' after the key");
         }
+        TakeComments(entry.before); // from within the key
         return Value(entry.value, depth + 1);
     }
 
@@ -175,6 +229,8 @@ private:
     Lexer lexer_;
     std::string const& file_;
     Token now_;
+    int lastLine_ = 1;                    // where the token before now_ ends
+    std::vector<Token::Comment> pending_; // up to now_, not yet taken
     std::vector<Problem> problems_;
 };
 

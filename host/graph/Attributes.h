@@ -59,6 +59,7 @@ inline constexpr std::uint32_t Reg_BuildText = 0x30000008;
 inline constexpr std::uint32_t Reg_ParentClass = 0x60000010;
 inline constexpr std::uint32_t Reg_ScriptInfo = 0x60000005;
 inline constexpr std::uint32_t Reg_NewFunction = 0x60000000;
+inline constexpr std::uint32_t Reg_NewParameterFunction = 0x60000012; ///< of a class of values
 inline constexpr std::uint32_t Reg_OutputType = 0x80000001;
 inline constexpr std::uint32_t Reg_TimeVariant = 0x1000002f;
 inline constexpr std::uint32_t Reg_SourceFlags[] = {0x10000012, 0x10000013, 0x10000014};

@@ -1,5 +1,7 @@
 #include "host/graph/Input.h"
 
+#include <limits>
+
 #include "host/graph/Operator.h"
 #include "host/graph/Request.h"
 
@@ -39,6 +41,17 @@ bool Input::IsImage() const
 }
 
 Parameter* Input::GetValue(Request* request, int slot) const { return request->InputData(*this, slot); }
+
+Ref<Parameter> Input::Limited(Ref<Parameter> value) const
+{
+    auto const* number = dynamic_cast<Number const*>(value.Get());
+    if (!number) return value;
+    constexpr double kNone = std::numeric_limits<double>::infinity();
+    double const least = attributes_.GetFloat(Attr_MinHard, -kNone);
+    double const most = attributes_.GetFloat(Attr_MaxHard, kNone);
+    if (number->value < least) return MakeRef<Number>(least);
+    return number->value > most ? MakeRef<Number>(most) : value;
+}
 
 void Input::SetSource(Parameter* value, double time, TagList const* tags)
 {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "host/graph/Attributes.h"
+#include "host/graph/InputExpression.h"
 #include "host/value/Parameter.h"
 
 namespace ombrelune {
@@ -14,8 +16,9 @@ class Request;
 /// Time argument of Input::SetSource that stands for the default value.
 inline constexpr double kDefaultTime = -2e9;
 
-/// One input of an operator: identifier, attributes, and where its value comes from: another operator's
-/// output, a value, or the default that the attributes tell. Made by Operator::AddInputTagList.
+/// One input of an operator: identifier, attributes, and where its value comes from: an expression, another
+/// operator's output, a value, or the default that the attributes tell, the first that is there. Made by
+/// Operator::AddInputTagList.
 class Input {
 public:
     Input(Operator* owner, int index, FuID name, FuID id, TagList attributes);
@@ -57,6 +60,11 @@ public:
     void SetValueQuietly(Ref<Parameter> value) { value_ = std::move(value); }
     void ConnectTo(Output* source) { source_ = source; }
     Output* Source() const { return source_; }
+    /// Null takes an expression away.
+    void SetExpression(std::unique_ptr<InputExpression> expression) { expression_ = std::move(expression); }
+    InputExpression const* Expression() const { return expression_.get(); }
+    /// A number that was computed, brought into the hard range of this input; any other value as it is.
+    Ref<Parameter> Limited(Ref<Parameter> value) const;
     bool HasValue() const { return static_cast<bool>(value_); }
     /// The value that was set, else the default; null for an image, mask or class without one.
     Ref<Parameter> Value() const { return value_ ? value_ : default_; }
@@ -73,6 +81,7 @@ private:
     std::string page_, nest_;
     Ref<Parameter> default_, value_;
     Output* source_ = nullptr;
+    std::unique_ptr<InputExpression> expression_;
 };
 
 } // namespace ombrelune

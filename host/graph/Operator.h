@@ -19,6 +19,12 @@ struct RenderMessage {
     RenderQuality quality;
 };
 
+/// File that an operator reads.
+struct SourceFile {
+    std::string path = {};     ///< empty for none
+    bool isOfSequence = false; ///< another frame reads another file
+};
+
 /// A node of a document. A class of operators derives from this and is registered with a function that makes
 /// one.
 class Operator {
@@ -41,7 +47,7 @@ public:
     /// renderer then takes the frames of the job in order, from the first.
     virtual bool KeepsHistory() const { return false; }
     /// File that Process will read for a request; its date and size count as part of what feeds the operator.
-    virtual std::string FileToRead(Request const&) const { return {}; }
+    virtual SourceFile FileToRead(Request const&) const { return {}; }
     /// File that Process will write for a request.
     virtual std::string FileToWrite(Request const&) const { return {}; }
     /// A pass that tells what a request would need, before anything is computed.

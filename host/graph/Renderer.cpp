@@ -16,7 +16,8 @@ namespace ombrelune {
 
 namespace {
 
-constexpr int kMostInARow = 2000; // a request takes some 3 KB of stack for each
+constexpr int kMostInARow = 2000;     // a request takes some 3 KB of stack for each
+constexpr int kMostExpressions = 200; // and an expression more
 
 bool IsFinite(Parameter const* value)
 {
@@ -101,10 +102,14 @@ Renderer::Plan Renderer::PlanOf(Operator& op, double time)
 
 void Renderer::FinishFrame(double frame)
 {
-    cache_.DropFrame(frame, [this](Operator const* op) {
+    // Whoever looks for a result holds our lock and then takes the cache's, so it is not taken in there.
+    std::set<Operator const*> servesOthers;
+    {
         std::lock_guard guard(lock_);
-        return states_.at(op)->servesOthers.load();
-    });
+        for (auto const& [op, state] : states_)
+            if (state->servesOthers) servesOthers.insert(op);
+    }
+    cache_.DropFrame(frame, [&](Operator const* op) { return servesOthers.contains(op); });
 }
 
 bool Renderer::KeepsHistory() const
@@ -208,7 +213,7 @@ Results Renderer::MakeInOrder(Visit const& visit)
             visit.op.OnStartRender(&message_);
         }
         for (auto frame = jobFrames_.begin(); frame != end; ++frame)
-            MakeFrame({visit.frame, visit.op, *frame, visit.from, visit.depth});
+            MakeFrame({visit.frame, visit.op, *frame, visit.from, visit.depth, visit.expressions});
     }
     state.latest = MakeFrame(visit);
     state.latestTime = visit.time;
@@ -227,7 +232,8 @@ Results Renderer::MakeFrame(Visit const& visit)
 
     // The second field lies half a frame later.
     Results lower = MakeField(visit, 2, 0);
-    Results upper = MakeField({visit.frame, visit.op, visit.time + 0.5, visit.from, visit.depth}, 2, 1);
+    Results upper = MakeField(
+        {visit.frame, visit.op, visit.time + 0.5, visit.from, visit.depth, visit.expressions}, 2, 1);
     if (lower.problem) return lower;
     if (upper.problem) return upper;
     auto const index = static_cast<std::size_t>(source->imageOutput->Index());
@@ -339,14 +345,7 @@ void Renderer::Gather(Request& request, int priority, Visit const& visit)
 
 RenderResult Renderer::Fetch(Input& input, double time, Visit const& visit)
 {
-    RenderResult result;
-    if (Output const* source = input.Source()) {
-        result.results = Render(visit.To(*source->Owner(), time));
-        if (result.results->problem) result.problem = result.results->problem;
-        else result.value = result.results->values[static_cast<std::size_t>(source->Index())];
-    } else {
-        result.value = input.Value();
-    }
+    RenderResult result = ValueOf(input, time, visit);
     if (result.problem) return result;
     Operator const& op = *input.Owner();
     auto const fail = [&](std::string text) {
@@ -357,6 +356,50 @@ RenderResult Renderer::Fetch(Input& input, double time, Visit const& visit)
     else if (!result.value && !input.Source() && input.IsRequired())
         fail(fmt::format("{}.{} has no picture: connect an output to it", op.Name(), input.Id().Text()));
     return result;
+}
+
+/// What an expression reads.
+class Renderer::Scope : public ExpressionScope {
+public:
+    Scope(Renderer& renderer, Visit const& visit) : renderer_(renderer), visit_(visit) {}
+    RenderResult OutputAt(Output& output, double time) override
+    {
+        SharedResults const results = renderer_.Render(Inner(*output.Owner(), time));
+        if (results->problem) return {nullptr, results->problem, results};
+        return {results->values[static_cast<std::size_t>(output.Index())], std::nullopt, results};
+    }
+    RenderResult InputAt(Input& input, double time) override
+    {
+        return renderer_.ValueOf(input, time, Inner(*input.Owner(), time));
+    }
+
+private:
+    Visit Inner(Operator& op, double time) const
+    {
+        Visit inner = visit_.To(op, time);
+        ++inner.expressions;
+        return inner;
+    }
+    Renderer& renderer_;
+    Visit const& visit_;
+};
+
+RenderResult Renderer::ValueOf(Input& input, double time, Visit const& visit)
+{
+    if (auto const* expression = input.Expression()) {
+        if (visit.expressions == kMostExpressions)
+            return {nullptr,
+                    Problem{document_.file, input.Owner()->line,
+                            fmt::format("{}.{}: more than {} expressions read one another",
+                                        input.Owner()->Name(), input.Id().Text(), kMostExpressions)}};
+        Scope scope(*this, visit);
+        return expression->Evaluate(scope, time);
+    }
+    Output const* const source = input.Source();
+    if (!source) return {input.Value()};
+    SharedResults const results = Render(visit.To(*source->Owner(), time));
+    if (results->problem) return {nullptr, results->problem, results};
+    return {input.Limited(results->values[static_cast<std::size_t>(source->Index())]), std::nullopt, results};
 }
 
 SharedResults Renderer::PassThrough(Visit const& visit)

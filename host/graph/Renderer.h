@@ -7,18 +7,12 @@
 #include <vector>
 
 #include "host/graph/FusionDoc.h"
+#include "host/graph/RenderResult.h"
 #include "host/graph/ResultCache.h"
 #include "host/graph/TaskPool.h"
 #include "host/value/MachineMemory.h"
 
 namespace ombrelune {
-
-/// What asking an output gave: a value, or null when the operator had none, or the reason why there is none.
-struct RenderResult {
-    Ref<Parameter> value;
-    std::optional<Problem> problem;
-    SharedResults results; ///< as long as this lives, asking again costs nothing
-};
 
 /// What one operator did so far.
 struct OperatorWork {
@@ -71,6 +65,7 @@ private:
     struct Keyed;
     struct State;
     struct Pending;
+    class Scope;
 
     State& StateOf(Operator& op);
     Keyed KeyOf(Visit const& visit);
@@ -86,6 +81,7 @@ private:
     void Process(Request& request);
     void Gather(Request& request, int priority, Visit const& visit);
     RenderResult Fetch(Input& input, double time, Visit const& visit);
+    RenderResult ValueOf(Input& input, double time, Visit const& visit);
     SharedResults PassThrough(Visit const& visit);
     std::optional<Problem> FeedsItself(Visit const& visit) const;
 

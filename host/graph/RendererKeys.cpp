@@ -86,9 +86,10 @@ Renderer::Keyed Renderer::MakeKey(Visit const& visit)
         key.Add(visit.time);
         keyed.varies = true;
     }
-    if (std::string const path = op.FileToRead(request); !path.empty()) {
-        AddFile(key, path);
-        if (visit.frame.plan) visit.frame.plan->reads.push_back(path);
+    if (SourceFile const file = op.FileToRead(request); !file.path.empty()) {
+        AddFile(key, file.path);
+        keyed.varies = keyed.varies || file.isOfSequence;
+        if (visit.frame.plan) visit.frame.plan->reads.push_back(file.path);
     }
     if (std::string const path = op.FileToWrite(request); !path.empty()) {
         key.Add(path);
@@ -125,7 +126,7 @@ std::optional<Problem> Renderer::AddSlots(ResultKeyBuilder& key, bool& varies, R
         if (fetched.problem) return fetched.problem;
         slot.value = std::move(fetched.value);
         AddValue(key, slot.value.Get());
-        varies = varies || source; // what is connected moves, as a rule
+        varies = varies || source || input.Expression(); // what is connected moves, as a rule
     }
     return std::nullopt;
 }

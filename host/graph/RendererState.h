@@ -35,8 +35,9 @@ struct Renderer::Visit {
     double time;
     Visit const* from = nullptr;
     int depth = 0;
+    int expressions = 0; ///< that read one another, down to here
 
-    Visit To(Operator& source, double at) const { return {frame, source, at, this, depth + 1}; }
+    Visit To(Operator& source, double at) const { return {frame, source, at, this, depth + 1, expressions}; }
 };
 
 struct Renderer::State {

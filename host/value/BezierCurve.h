@@ -19,8 +19,8 @@ struct BezierCurve {
     /// The diagonal from (0, 0) to (1, 1).
     static BezierCurve Identity();
 
-    /// Value at x; 0 without keys. The segment's parameter is found by bisection on x, whose handles are
-    /// limited to the segment so that every x has one value.
+    /// Value at x; 0 without keys. Handles are limited to their segment in x, so that every x has one value.
+    /// Method: Newton's steps for the segment's parameter, kept inside a bracket that shrinks.
     double Evaluate(double x) const;
 };
 

@@ -56,4 +56,10 @@ std::string NearestName(std::string_view name, std::vector<std::string> const& c
     return nearest;
 }
 
+std::string DidYouMean(std::string_view name, std::vector<std::string> const& candidates)
+{
+    std::string const near = NearestName(name, candidates);
+    return near.empty() ? "" : "; did you mean '" + near + "'?";
+}
+
 } // namespace ombrelune

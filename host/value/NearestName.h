@@ -12,4 +12,7 @@ namespace ombrelune {
 /// no part is edited twice).
 std::string NearestName(std::string_view name, std::vector<std::string> const& candidates);
 
+/// "; did you mean 'x'?" for the end of a message, or nothing.
+std::string DidYouMean(std::string_view name, std::vector<std::string> const& candidates);
+
 } // namespace ombrelune

@@ -48,7 +48,7 @@ void ScriptTable::Set(std::string name, ScriptVal value)
             return;
         }
     }
-    entries.push_back({ScriptVal(std::move(name)), std::move(value)});
+    entries.push_back({.key = ScriptVal(std::move(name)), .value = std::move(value)});
 }
 
 } // namespace ombrelune

@@ -39,16 +39,27 @@ private:
     std::variant<std::monostate, bool, double, std::string, std::shared_ptr<ScriptTable>> value_;
 };
 
+/// A comment as it was written, dashes and all.
+struct ScriptComment {
+    std::string text;
+    bool blankLine = false; ///< an empty line stands above it
+};
+
 /// Table with its entries in order. A key is nil for positional entries, else a text, number or truth value.
 struct ScriptTable {
     struct Entry {
-        ScriptVal key;
-        ScriptVal value;
+        ScriptVal key = {};
+        ScriptVal value = {};
+        std::vector<ScriptComment> before = {}; ///< on lines above the entry
+        std::vector<ScriptComment> behind = {}; ///< on the entry's last line
+        bool blankLine = false;                 ///< an empty line stands above the entry, under its comments
     };
 
-    std::string
-        constructor; ///< name before the brace: "Input", "Brassfennel.BF_Invert"; "ordered" for ordered()
-    std::vector<Entry> entries;
+    /// Name before the brace: "Input", "Brassfennel.BF_Invert"; "ordered" for ordered().
+    std::string constructor = {};
+    std::vector<Entry> entries = {};
+    std::vector<ScriptComment> behindBrace = {}; ///< on the line of the opening brace
+    std::vector<ScriptComment> atEnd = {};       ///< on lines below the last entry
 
     ScriptVal const* Find(std::string_view name) const;
     /// Positional entry, counted from 0.

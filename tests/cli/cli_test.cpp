@@ -141,11 +141,26 @@ TEST_F(Cli, DescribeGivesInputsInOrderWithRanges)
         EXPECT_TRUE(classes.contains(name)) << name;
 }
 
+/// The header of a PNG file of 200000 x 200000 pixels, with a sum that is right, and four bytes of pixels.
+std::string HugePng()
+{
+    static constexpr unsigned char bytes[] = {
+        0x89, 0x50, 0x4e, 0x47, 0x0d, 0x0a, 0x1a, 0x0a, 0x00, 0x00, 0x00, 0x0d, 0x49, 0x48, 0x44,
+        0x52, 0x00, 0x03, 0x0d, 0x40, 0x00, 0x03, 0x0d, 0x40, 0x08, 0x06, 0x00, 0x00, 0x00, 0xf9,
+        0x3b, 0x88, 0x0a, 0x00, 0x00, 0x00, 0x0c, 0x49, 0x44, 0x41, 0x54, 0x78, 0x9c, 0x4b, 0x4c,
+        0x4a, 0x4e, 0x01, 0x00, 0x03, 0xd8, 0x01, 0x8b, 0x70, 0x60, 0xdd, 0xf9,
+    };
+    return {reinterpret_cast<char const*>(bytes), sizeof bytes};
+}
+
 TEST_F(Cli, MistakesInCommandsAreAnswered)
 {
     WriteRamp("in.tif", kDepthInt16);
     Write("empty.png", "");
     Write("broken.exr", "\x76\x2f\x31\x01 and then nothing");
+    WriteRamp("cut.png", kDepthInt16);
+    fs::resize_file(folder / "cut.png", fs::file_size(folder / "cut.png") / 2);
+    Write("huge.png", HugePng());
     Mistake const mistakes[] = {
         {"apply BF_Inwert --in in.tif --out o.png", 2,
          "there is no tool 'BF_Inwert'; did you mean 'BF_Invert'?"},
@@ -162,6 +177,8 @@ TEST_F(Cli, MistakesInCommandsAreAnswered)
         {"apply BF_Invert --in gone.tif --out o.png", 3, "gone.tif"},
         {"apply BF_Invert --in empty.png --out o.png", 3, "empty.png"},
         {"apply BF_Invert --in broken.exr --out o.png", 3, "broken.exr"},
+        {"apply BF_Invert --in cut.png --out o.png", 3, "cut.png"},
+        {"apply BF_Invert --in huge.png --out o.png", 3, "huge.png: is 200000 x 200000 pixels"},
         {"apply BF_Invert --in in.tif --out o.xyz", 3, "o.xyz"},
         {"apply BF_Invert --in in.tif --out in.tif/o.png", 3, "in.tif"},
         {"render gone.comp", 3, "gone.comp: cannot be read"},
@@ -177,8 +194,8 @@ TEST_F(Cli, MistakesInCommandsAreAnswered)
         EXPECT_EQ(ended.status, mistake.status);
         EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
     }
-    EXPECT_EQ(Files("."),
-              (std::vector<std::string>{"broken.exr", "empty.png", "in.tif", "stderr.txt", "stdout.txt"}));
+    EXPECT_EQ(Files("."), (std::vector<std::string>{"broken.exr", "cut.png", "empty.png", "huge.png",
+                                                    "in.tif", "stderr.txt", "stdout.txt"}));
 }
 
 TEST_F(Cli, MistakesInFlowsNameTheirLine)
@@ -207,6 +224,27 @@ TEST_F(Cli, MistakesInFlowsNameTheirLine)
         {"{ Tools = { A = Background { } } }", 2, "writes nothing: add a Saver or --out Tool=PATTERN"},
         {"{ FrameFormat = { Width = 0 }, Tools = { } }", 2, "Width = 0 is not in 1 to 65536"},
     };
+    // What an expression does is known when it runs, and ends the frame.
+    std::pair<char const*, Mistake> const expressions[] = {
+        {": while true do end", {"", 1, "takes more than 1000000 steps"}},
+        {": local s = 'x' while true do s = s .. s end", {"", 1, "needs more memory than 1024 KiB"}},
+        {"nil + 1", {"", 1, "attempt to perform arithmetic on a nil value"}},
+        {"1 / 0", {"", 1, "flow.comp:2: B.Red"}},
+        {"B.Red + 1", {"", 2, "B.Red"}},
+        {"Ghost.Red", {"", 2, "flow.comp:2: B.Red"}},
+        {"io.open('x')", {"", 2, "flow.comp:2: B.Red"}},
+        {"1 +", {"", 2, "flow.comp:2: B.Red"}},
+    };
+    for (auto const& [expression, mistake] : expressions) {
+        SCOPED_TRACE(expression);
+        Write("flow.comp", fmt::format("{{ Tools = {{ B = Background {{ Inputs = {{\n Red = Input {{ "
+                                       "Expression = \"{}\" }} }} }} }} }}",
+                                       expression));
+        Ended const ended = Run("render flow.comp --out B=b.png");
+        EXPECT_EQ(ended.status, mistake.status);
+        EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
+        EXPECT_FALSE(fs::exists(folder / "b.png"));
+    }
     for (Mistake const& mistake : flows) {
         SCOPED_TRACE(mistake.arguments);
         Write("flow.comp", mistake.arguments);

@@ -152,6 +152,19 @@ TEST(Parser, KeysSetTwiceAreAllReportedAndKept)
     EXPECT_EQ(parsed.value.AsTable()->entries.size(), 5U);
 }
 
+TEST(Parser, GoesOnAfterAMissingComma)
+{
+    Parsed const parsed = ParseScript("{\n a = 1\n b = 2,\n c = { 3 4 }\n ['d'] = 5 }", "f");
+    EXPECT_EQ(Dump(parsed), "f:3: found the name 'b'; expected ',' or '}' in the table opened in line 1\n"
+                            "f:4: found the number 4; expected ',' or '}' in the table opened in line 4\n"
+                            "f:5: found '['; expected ',' or '}' in the table opened in line 1");
+    EXPECT_EQ(parsed.value.AsTable()->entries.size(), 4U);
+    EXPECT_EQ(ParseScript("{ " + std::string(100000, '1') + " }", "f").problems.size(), 1U);
+    std::string many = "{";
+    for (int i = 0; i < 1000; ++i) many += " 1";
+    EXPECT_LE(ParseScript(many + "}", "f").problems.size(), 101U);
+}
+
 TEST(Parser, LinesOfKeysAndValues)
 {
     Parsed const parsed = ParseScript("{\nkey\n=\nX\n{ }, [\n'k'] =\n-1 }", "f");

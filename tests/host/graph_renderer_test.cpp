@@ -35,7 +35,7 @@ public:
 
     void OnStartRender(RenderMessage*) override { past = 0.0; }
     bool KeepsHistory() const override { return history; }
-    std::string FileToRead(Request const&) const override { return file; }
+    SourceFile FileToRead(Request const&) const override { return {file}; }
     void CheckRequest(Request* request) override
     {
         for (std::size_t i = 0; i < times.size(); ++i)
@@ -272,7 +272,10 @@ TEST_F(RendererTest, ThreadsChangeNothing)
         renderer.Start(frames);
         std::vector<std::thread> workers;
         for (std::size_t i = 0; i < frames.size(); ++i) {
-            auto const work = [&, i] { values[i] = Value(renderer, *left, frames[i]); };
+            auto const work = [&, i] {
+                values[i] = Value(renderer, *left, frames[i]);
+                renderer.FinishFrame(frames[i]);
+            };
             if (threads > 1) workers.emplace_back(work);
             else work();
         }

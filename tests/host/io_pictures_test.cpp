@@ -448,9 +448,13 @@ TEST(Pictures, BadFilesAreNamed)
     Save(folder / "large.png", Png(65536, 65536, 16, 6, {"abcd"}));
     Save(folder / "huge.exr", Exr({0, 0, 0, 0}, {0, 0, 199999, 199999}, {{"R", 0.0F}}));
     Save(folder / "huge.tif", Tiff(65535, 65535, 4, 32, "abcd", {{338, 1}, {339, 3}}));
+    std::string noBits = TenBitDpx(600, 400, 3, {});
+    noBits[803] = 0;
+    Save(folder / "bits.dpx", noBits);
     struct {
         std::string path, text;
     } const cases[] = {
+        {folder / "bits.dpx", "has 0 bits a sample; a DPX file has 1 to 64"},
         {folder / "cost.png", "there is no such file; did you mean 'coast.png'?"},
         {folder / "quite-another.png", "there is no such file"},
         {folder / "coast.png/below.png", "there is no such file"},

@@ -103,9 +103,12 @@ ReadPlan MakeReadPlan(OIIO::ImageSpec const& spec, PictureFormat format)
 std::string Refusal(OIIO::ImageSpec const& spec, ReadPlan const& plan, PictureFormat format)
 {
     if (spec.deep) return "is a deep picture; flatten it first";
+    int const dpxBits = format == PictureFormat::kDpx ? spec.get_int_attribute("oiio:BitsPerSample") : 8;
+    // The library reads rows of no bytes, of which it has as many as anyone wants.
+    if (dpxBits < 1 || dpxBits > 64)
+        return fmt::format("has {} bits a sample; a DPX file has 1 to 64", dpxBits);
     // Three samples share a word; the library reads garbage where the last word of a row is not full.
-    if (format == PictureFormat::kDpx && spec.get_int_attribute("oiio:BitsPerSample") == 10 &&
-        std::int64_t{spec.width} * spec.nchannels % 3 != 0)
+    if (dpxBits == 10 && std::int64_t{spec.width} * spec.nchannels % 3 != 0)
         return fmt::format(
             "has 10 bits and rows of {} samples, which cannot be read right; save it with 16 bits",
             std::int64_t{spec.width} * spec.nchannels);

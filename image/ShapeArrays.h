@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace ombrelune {
+
+/// Vertex of a flat outline in the coordinates of the scan converter.
+struct ShapeArrayPoint {
+    float x = 0.0F, y = 0.0F;
+    int row = 0; ///< y cut to an integer
+    std::uint8_t winding = 0;
+};
+
+/// A vertex in the order of rows, with its neighbours on the outline. The ends of an open outline have the
+/// neighbouring records as neighbours.
+struct ShapeArrayPointIndex {
+    int row = 0;
+    int point = 0, previous = 0, next = 0; ///< numbers of points
+};
+
+/// Edge that crosses the current row.
+struct ShapeArrayEdge {
+    float x = 0.0F, dx = 0.0F; ///< at the current row, and what it changes by from row to row
+    int row = 0;               ///< x cut to an integer
+    int last = 0;              ///< last row
+    std::int8_t direction = 0;
+    std::uint8_t winding = 0;
+};
+
+/// Outlines made for scan conversion.
+struct ShapeArrays {
+    std::vector<ShapeArrayPoint> points;
+    std::vector<ShapeArrayPointIndex> indices; ///< sorted by row
+    std::vector<ShapeArrayEdge> edges;         ///< room for the active ones, as many as points
+};
+
+} // namespace ombrelune

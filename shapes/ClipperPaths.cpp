@@ -1,0 +1,102 @@
+#include "shapes/ClipperPaths.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "shapes/KShapeArray.h"
+#include "shapes/KShapeGroup.h"
+
+namespace ombrelune {
+
+namespace {
+
+using namespace ClipperLib;
+
+constexpr float kFarthest = 1e12F; // times the scale still well below the library's limit of 4.6e18
+
+bool Fits(KVector2 const& p) { return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest; }
+
+/// No exception leaves the library: the road of a render knows none.
+template <class Work> Paths WithoutExceptions(Work const& work)
+{
+    try {
+        return work();
+    } catch (clipperException const&) {
+        return {};
+    }
+}
+
+} // namespace
+
+void PathsFromShape(Paths& paths, KShape const* shape, float scale)
+{
+    KShapeArrayList const arrays(shape);
+    for (KShapeArray const* array : arrays.Each<KShapeArray>()) {
+        if (!std::all_of(array->points.begin(), array->points.end(), Fits)) continue;
+        Path& path = paths.emplace_back();
+        path.reserve(array->points.size());
+        for (KVector2 const& p : array->points)
+            path.emplace_back(static_cast<cInt>(double{p.x} * scale), static_cast<cInt>(double{p.y} * scale));
+    }
+}
+
+void PathsFromShapeGroup(Paths& paths, KShapeGroup const* group, float scale)
+{
+    if (!group) return;
+    for (int i = 0; i < group->GetCount(); ++i)
+        for (KShape const* shape : group->Get(i)->Each<KShape>()) PathsFromShape(paths, shape, scale);
+}
+
+KShape* ShapeFromPaths(Paths const& paths, float scale)
+{
+    auto* shape = new KShape;
+    for (Path const& path : paths) {
+        bool first = true;
+        for (IntPoint const& p : path) {
+            shape->To({static_cast<float>(static_cast<double>(p.X) / scale),
+                       static_cast<float>(static_cast<double>(p.Y) / scale)},
+                      first, false);
+            first = false;
+        }
+        if (!path.empty()) shape->Close();
+    }
+    return shape;
+}
+
+ClipType ToClipType(int type)
+{
+    constexpr ClipType kTypes[] = {ctIntersection, ctUnion, ctDifference, ctXor};
+    return type >= 0 && type < 4 ? kTypes[type] : ctIntersection;
+}
+
+PolyFillType ToPolyFillType(int fill) { return fill == 1 ? pftNonZero : pftEvenOdd; }
+
+JoinType ToJoinType(int type)
+{
+    return type == kJoinBevel ? jtSquare : type == kJoinRound ? jtRound : jtMiter;
+}
+
+Paths OffsetPaths(Paths const& paths, JoinType join, double distance)
+{
+    return WithoutExceptions([&] {
+        ClipperOffset offset(0.0, 0.0); // the library's own limits of mitres and arcs
+        offset.AddPaths(paths, join, etClosedPolygon);
+        Paths solution;
+        offset.Execute(solution, distance);
+        return solution;
+    });
+}
+
+Paths CombinePaths(Paths const& subject, Paths const& clip, ClipType type, PolyFillType fill)
+{
+    return WithoutExceptions([&] {
+        Clipper clipper(0);
+        clipper.AddPaths(subject, ptSubject, true);
+        clipper.AddPaths(clip, ptClip, true);
+        Paths solution;
+        clipper.Execute(type, solution, fill, fill);
+        return solution;
+    });
+}
+
+} // namespace ombrelune

@@ -1,0 +1,96 @@
+#include <climits>
+#include <memory>
+#include <vector>
+
+#include <potracelib.h>
+
+#include "image/KImage.h"
+#include "image/RowLoop.h"
+#include "shapes/KShapeList.h"
+
+namespace ombrelune {
+
+namespace {
+
+constexpr int kWordBits = CHAR_BIT * sizeof(potrace_word);
+
+/// Bitmap of the pixels above the threshold, row 0 at the bottom as in the image.
+class Bitmap {
+public:
+    Bitmap(KImage const& image, int channel, float threshold)
+        : wordsPerLine_((image.Width() + kWordBits - 1) / kWordBits),
+          words_(static_cast<std::size_t>(wordsPerLine_) * static_cast<std::size_t>(image.Height())),
+          bitmap_{image.Width(), image.Height(), wordsPerLine_, words_.data()}
+    {
+        ParallelFor(image.Height(), [&](int y) {
+            potrace_word* const line = Line(y);
+            VisitRow<FltPixel>(
+                y,
+                [&](int width, auto in) {
+                    FltPixel pixel;
+                    for (int x = 0; x < width; ++x) {
+                        pixel >>= in;
+                        potrace_word const bit = PixelGetChannel(pixel, channel) > threshold;
+                        line[x / kWordBits] |= bit << (kWordBits - 1 - x % kWordBits); // leftmost highest
+                    }
+                },
+                image.FImage());
+        });
+    }
+    potrace_bitmap_t const* Get() const { return &bitmap_; }
+
+private:
+    potrace_word* Line(int y)
+    {
+        return words_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(wordsPerLine_);
+    }
+
+    int wordsPerLine_;
+    std::vector<potrace_word> words_;
+    potrace_bitmap_t bitmap_;
+};
+
+void AddCurve(KShape& shape, potrace_curve_t const& curve, double width)
+{
+    auto const place = [&](potrace_dpoint_t const& p) {
+        return KVector2(static_cast<float>(p.x / width), static_cast<float>(p.y / width));
+    };
+    if (curve.n < 1) return;
+    shape.MoveTo(place(curve.c[curve.n - 1][2]));
+    for (int i = 0; i < curve.n; ++i) {
+        auto const& c = curve.c[i];
+        if (curve.tag[i] == POTRACE_CURVETO) {
+            shape.BezierTo(place(c[0]), place(c[1]), place(c[2]), false);
+        } else {
+            shape.LineTo(place(c[1]));
+            shape.LineTo(place(c[2]));
+        }
+    }
+    shape.Close();
+}
+
+} // namespace
+
+void KShapeList::Trace(KImage const* image, int channel, float threshold, bool flatten, int steps)
+{
+    if (!image) return;
+    std::unique_ptr<potrace_param_t, decltype(&potrace_param_free)> const settings(potrace_param_default(),
+                                                                                   potrace_param_free);
+    if (!settings) return;
+    settings->turdsize = 0; // single pixels are traced too
+    Bitmap const bitmap(*image, channel, threshold);
+    std::unique_ptr<potrace_state_t, decltype(&potrace_state_free)> const traced(
+        potrace_trace(settings.get(), bitmap.Get()), potrace_state_free);
+    if (!traced || traced->status != POTRACE_STATUS_OK) return;
+
+    auto* shape = new KShape;
+    for (potrace_path_t const* path = traced->plist; path; path = path->next)
+        AddCurve(*shape, path->curve, image->Width());
+    AddLast(shape);
+    if (!flatten) return;
+    std::unique_ptr<KShapeList> const flat(FlattenOf(steps));
+    Clear();
+    while (KListItem* item = flat->RemoveFirst()) AddLast(item);
+}
+
+} // namespace ombrelune

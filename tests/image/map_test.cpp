@@ -1,0 +1,261 @@
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "image/KImageMapFlt.h"
+#include "image/KRandom.h"
+#include "tests/image/kimage_helpers.h"
+
+namespace ombrelune::test {
+namespace {
+
+constexpr int kWidth = 37, kHeight = 22;
+
+KImageMap SparseMap(unsigned seed, int used)
+{
+    std::mt19937 random(seed);
+    KImageMap map(kWidth, kHeight);
+    for (int i = 0; i < used; ++i)
+        map.SetBit(static_cast<int>(random() % kWidth), static_cast<int>(random() % kHeight));
+    return map;
+}
+
+bool SameBits(KImageMap const& a, KImageMap const& b)
+{
+    for (int y = 0; y < a.Height(); ++y)
+        for (int x = 0; x < a.Width(); ++x)
+            if (a.GetBit(x, y) != b.GetBit(x, y)) return false;
+    return true;
+}
+
+/// A picture whose alpha is 1 where the pattern has a star, bottom row first.
+Owned Stencil(std::vector<std::string> const& rows)
+{
+    Owned image(new KImage(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()), 1.0F, false));
+    image->Clear();
+    for (int y = 0; y < image->Height(); ++y)
+        for (int x = 0; x < image->Width(); ++x) {
+            FltPixel p;
+            p.Clear();
+            p.alpha = rows[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)] == '*' ? 1.0F : 0.0F;
+            image->SetPixel(x, y, p);
+        }
+    return image;
+}
+
+TEST(ImageMap, KeepsEachPixelApart)
+{
+    std::set<std::pair<int, int>> used;
+    std::mt19937 random(3);
+    KImageMap map(kWidth, kHeight);
+    for (int i = 0; i < 300; ++i) {
+        int const x = static_cast<int>(random() % kWidth), y = static_cast<int>(random() % kHeight);
+        map.SetBit(x, y);
+        used.emplace(x, y);
+    }
+    for (int y = 0; y < kHeight; ++y)
+        for (int x = 0; x < kWidth; ++x) EXPECT_EQ(map.GetBit(x, y), used.count({x, y}) == 1);
+}
+
+TEST(ImageMap, UsesThePixelsInRange)
+{
+    Owned const image = Stencil({"*..*.", ".....", "....*"});
+    KImageMap map;
+    EXPECT_EQ(map.SetImage(image.get(), 3, KRange(0.5F, 1.0F)), 3);
+    EXPECT_EQ(map.Width(), 5);
+    EXPECT_TRUE(map.GetBit(3, 0) && map.GetBit(4, 2) && !map.GetBit(1, 1));
+    EXPECT_EQ(map.SetImage(image.get(), 0, KRange(0.0F, 0.0F)), 15) << "all of it is black";
+}
+
+TEST(ImageMap, TheWalkIsTheSeedsOrderOfKeysLargestFirst)
+{
+    constexpr unsigned kSeed = 200;
+    std::vector<std::pair<float, int>> keys;
+    KRandomSeed(kSeed);
+    for (int i = 0; i < kWidth * kHeight; ++i) keys.emplace_back(KRandom(1.0F), i);
+    std::stable_sort(keys.begin(), keys.end(), [](auto& a, auto& b) { return a.first > b.first; });
+
+    KImageMapIterator walk;
+    walk.SetSize(kWidth, kHeight, kSeed);
+    KVector2i p;
+    for (auto const& [key, i] : keys) {
+        ASSERT_TRUE(walk.Next(p));
+        ASSERT_EQ(p, KVector2i(i % kWidth, i / kWidth));
+    }
+    EXPECT_FALSE(walk.Next(p));
+
+    // The same three numbers only rewind.
+    long const before = (KRandomSeed(1), Krand());
+    KRandomSeed(1);
+    walk.SetSize(kWidth, kHeight, kSeed);
+    EXPECT_EQ(Krand(), before) << "nothing is drawn anew";
+    ASSERT_TRUE(walk.Next(p));
+    EXPECT_EQ(p.y * kWidth + p.x, keys[0].second);
+
+    KImageMap map(kWidth, kHeight);
+    map.SetBit(p.x, p.y);
+    walk.SetSize(kWidth, kHeight, kSeed);
+    ASSERT_TRUE(map.NextAvailable(p, &walk));
+    EXPECT_EQ(p.y * kWidth + p.x, keys[1].second) << "the first place is used";
+}
+
+// Shapes, pixel by pixel.
+
+using Inside = std::function<bool(int size, int row, int column)>; ///< offsets from the centre
+
+struct SlowShape {
+    char const* name;
+    Inside scanned, marked;
+    int (KImageMap::*scan)(KVector2i const&, KRangeInt const&, float, bool);
+};
+
+int Distance(int row, float aspect) { return static_cast<int>(std::abs(static_cast<float>(row)) / aspect); }
+
+bool InCircle(int size, int distance, int column, int least)
+{
+    int const half = size >= distance ? static_cast<int>(std::sqrt(size * size - distance * distance)) : 0;
+    return std::abs(column) <= std::max(half, least);
+}
+
+void ForSlowShape(KVector2i c, int size, float aspect, Inside const& inside,
+                  std::function<void(int, int)> const& f)
+{
+    // Bounds are clamped to the map, so that a row or column at its edge stands for those beyond.
+    auto const clamp = [](int v, int n) { return std::clamp(v, 0, n - 1); };
+    int const first =
+        clamp(static_cast<int>(static_cast<float>(c.y) - aspect * static_cast<float>(size)), kHeight);
+    int const last =
+        clamp(static_cast<int>(static_cast<float>(c.y) + aspect * static_cast<float>(size)), kHeight);
+    for (int y = first; y <= last; ++y)
+        for (int x = 0; x < kWidth; ++x)
+            if (inside(size, Distance(y - c.y, aspect), x - c.x)) f(x, y);
+}
+
+TEST(ImageMap, ScansAgreeWithTestsOfEveryPixel)
+{
+    SlowShape const shapes[] = {
+        {"circle", [](int s, int d, int x) { return InCircle(s, d, x, 1); },
+         [](int s, int d, int x) { return InCircle(s, d, x, 0); }, &KImageMap::ScanCircle},
+        {"square", [](int s, int, int x) { return std::abs(x) <= s; },
+         [](int s, int, int x) { return std::abs(x) <= s; }, &KImageMap::ScanSquare},
+        {"diamond", [](int s, int d, int x) { return std::abs(x) <= std::max(s - d, 1); },
+         [](int s, int d, int x) { return std::abs(x) <= std::max(s - d, 1); }, &KImageMap::ScanDiamond},
+    };
+    std::mt19937 random(11);
+    for (int round = 0; round < 400; ++round) {
+        SlowShape const& shape = shapes[round % 3];
+        KImageMap const map = SparseMap(random(), static_cast<int>(random() % 12));
+        KVector2i const c(static_cast<int>(random() % kWidth), static_cast<int>(random() % kHeight));
+        KRangeInt const sizes(static_cast<int>(random() % 3), static_cast<int>(random() % 30));
+        float const aspect = 0.5F + static_cast<float>(random() % 8) / 4.0F;
+
+        int expected = -1;
+        KImageMap marked = map;
+        for (int size = sizes.low; size <= sizes.high; ++size) {
+            bool free = true;
+            ForSlowShape(c, size, aspect, shape.scanned, [&](int x, int y) { free &= !map.GetBit(x, y); });
+            if (!free) break;
+            expected = size;
+        }
+        if (expected >= 0)
+            ForSlowShape(c, expected, aspect, shape.marked, [&](int x, int y) { marked.SetBit(x, y); });
+
+        KImageMap scanned = map;
+        ASSERT_EQ((scanned.*shape.scan)(c, sizes, aspect, false), expected) << shape.name << " " << round;
+        ASSERT_TRUE(SameBits(scanned, map)) << "nothing is marked";
+        ASSERT_EQ((scanned.*shape.scan)(c, sizes, aspect, true), expected);
+        ASSERT_TRUE(SameBits(scanned, marked)) << shape.name << " " << round;
+    }
+}
+
+TEST(ImageMap, ScansEndWhereThereIsNothingToFind)
+{
+    KImageMap map(kWidth, kHeight);
+    KVector2i const c(20, 10);
+    EXPECT_EQ(map.ScanCircle(c, KRangeInt(5, 3), 1.0F, true), -1) << "an empty range";
+    EXPECT_EQ(map.ScanDiamond(c, KRangeInt(0, 10000000), 1.0F, false), 10000000) << "the whole map is free";
+    map.SetBit(c.x, c.y);
+    KImageMap const before = map;
+    EXPECT_EQ(map.ScanSquare(c, KRangeInt(0, 9), 1.0F, true), -1);
+    EXPECT_TRUE(SameBits(map, before));
+}
+
+TEST(ImageMap, PicturesAreStretchedOverTheSquare)
+{
+    Owned const image = Stencil({"*.", ".."}); // its lower left quarter
+    KImageMap shape;
+    shape.SetImage(image.get(), 3, KRange(0.5F, 1.0F));
+    KVector2i const c(10, 8);
+    KImageMap byMap(kWidth, kHeight), byImage(kWidth, kHeight);
+    // Of the pixels 0 to 2r of the square, those below 2r lie over the shape's first pixel.
+    byMap.SetImage(c, 3, 1.0F, &shape);
+    byImage.SetImage(c, 3, 1.0F, image.get(), 0);
+    for (int y = 0; y < kHeight; ++y)
+        for (int x = 0; x < kWidth; ++x)
+            EXPECT_EQ(byMap.GetBit(x, y), x >= 7 && x < 13 && y >= 5 && y < 11) << x << " " << y;
+    EXPECT_TRUE(SameBits(byMap, byImage));
+
+    KImageMap map(kWidth, kHeight);
+    map.SetBit(15, 8);                                                     // right of the centre
+    EXPECT_EQ(map.ScanImage(c, KRangeInt(0, 20), 1.0F, &shape, false), 5); // 10 + 5 is the first left out
+    EXPECT_EQ(map.ScanImage(c, KRangeInt(1, 20), 1.0F, image.get(), 0, true), 5);
+    EXPECT_TRUE(map.GetBit(5, 3) && !map.GetBit(4, 3));
+    EXPECT_EQ(map.ScanImage(c, KRangeInt(0, 20), 1.0F, &shape, false), -1) << "now the centre is used";
+}
+
+// Distances.
+
+KImageMapFltData OverAlpha(int type)
+{
+    KImageMapFltData data;
+    data.type = type;
+    data.channel = 3;
+    data.range = KRange(0.5F, 1.0F);
+    return data;
+}
+
+TEST(ImageMapFlt, NumbersBlobsAndMeasuresFromTheirFirstPixel)
+{
+    Owned const image = Stencil({"**..*", "..*.*", "....*"});
+    KImageMapFlt const map(image.get(), OverAlpha(1));
+    EXPECT_EQ(map.GetIndexCount(), 2);
+    float const root = std::sqrt(2.0F);
+    float const distances[] = {0, 1, -1, -1, 0, -1, -1, 1 + root, -1, 1, -1, -1, -1, -1, 2};
+    int const blobs[] = {0, 0, -1, -1, 1, -1, -1, 0, -1, 1, -1, -1, -1, -1, 1};
+    for (int i = 0; i < 15; ++i) {
+        EXPECT_FLOAT_EQ(map.distances[static_cast<std::size_t>(i)], distances[i]) << i;
+        EXPECT_EQ(map.blobs[static_cast<std::size_t>(i)], blobs[i]) << i;
+    }
+}
+
+TEST(ImageMapFlt, SeedsReachWhatTheMaskJoins)
+{
+    Owned const image = Stencil({"******", ".....*", "******", "......", "******"});
+    KImageMapFltData data = OverAlpha(0);
+    data.pointCount = 4;
+    data.points[0] = {0.9F, -0.5F}; // truncated to 0, 0
+    data.radii[0] = 0.5F;
+    data.points[1] = {6.0F, 0.0F};
+    data.points[2] = {-1.0F, 0.0F};
+    data.points[3] = {std::nanf(""), 2.0F};
+    KImageMapFlt const map(image.get(), data);
+    EXPECT_EQ(map.GetIndexCount(), 0);
+    EXPECT_FLOAT_EQ(map.GetFlt(0, 0), 3.0F) << "half the width";
+    EXPECT_FLOAT_EQ(map.GetFlt(4, 0), 7.0F);
+    EXPECT_FLOAT_EQ(map.GetFlt(5, 1), 7.0F + std::sqrt(2.0F));
+    EXPECT_FLOAT_EQ(map.GetFlt(4, 2), 7.0F + 2.0F * std::sqrt(2.0F));
+    EXPECT_FLOAT_EQ(map.GetFlt(0, 2), 11.0F + 2.0F * std::sqrt(2.0F));
+    EXPECT_EQ(map.GetFlt(0, 1), -1.0F);
+    EXPECT_EQ(map.GetFlt(0, 4), -1.0F) << "no way leads there";
+
+    data.pointCount = 0;
+    KImageMapFlt const none(image.get(), data);
+    EXPECT_TRUE(
+        std::all_of(none.distances.begin(), none.distances.end(), [](float d) { return d == -1.0F; }));
+}
+
+} // namespace
+} // namespace ombrelune::test
