@@ -4,10 +4,7 @@ Composition {
   Tools = ordered() {
     Photo = Loader { Inputs = { Filename = Input { Value = "media/coffee.png" } } },
     Tool1 = Blur {
-      Inputs = {
-        Input = Input { SourceOp = "Photo", Source = "Output" },
-        XBlurSize = Input { Value = 8 },
-      },
+      Inputs = { Input = Input { SourceOp = "Photo", Source = "Output" }, XBlurSize = Input { Value = 8 } },
     },
     Out = Saver {
       Inputs = {

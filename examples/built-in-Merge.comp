@@ -19,10 +19,7 @@ Composition {
       },
     },
     Soft = Blur {
-      Inputs = {
-        Input = Input { SourceOp = "Grey", Source = "Output" },
-        XBlurSize = Input { Value = 12 },
-      },
+      Inputs = { Input = Input { SourceOp = "Grey", Source = "Output" }, XBlurSize = Input { Value = 12 } },
     },
     Tool1 = Merge {
       Inputs = {

@@ -153,7 +153,7 @@ function open(tool) {
         tool.caption && ['p', {class: 'caption'}, tool.caption],
         ...tool.note.split(/\n\s*\n/).filter(Boolean).map(text => ['p', text]),
         tool.values.length ? table(['Output', 'In the example'], tool.values) : null]],
-      ['h3', 'Inputs'], ...inputs(tool),
+      tool.inputs.length ? ['h3', 'Inputs'] : null, ...inputs(tool),
       ['h3', 'Outputs'], table(['Output', 'Id', 'Type'], tool.outputs),
       ...(tool.command ? [['h3', 'Command'], ['pre', tool.command]] : []),
       ...(tool.flow ? [['h3', 'Flow'], ['pre', tool.flow]] : [])]));

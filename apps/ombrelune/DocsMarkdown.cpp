@@ -34,7 +34,7 @@ std::string ShellWord(std::string const& word)
 
 void AddInputs(std::string& text, ToolPage const& page)
 {
-    text += "\n## Inputs\n";
+    if (!page.inputs.empty()) text += "\n## Inputs\n";
     std::string chapter;
     bool hasSoft = false;
     for (InputRow const& row : page.inputs) {

@@ -87,7 +87,8 @@ std::optional<std::string> FileOf(Input const& input, std::string const& folder)
     Operator const& op = *input.Source()->Owner();
     if (op.Registration()->Id() != FuID("Loader") || op.passThrough) return std::nullopt;
     for (auto const& each : op.Inputs())
-        if (each->Source() || (each->HasValue() && each->Id() != FuID("Filename"))) return std::nullopt;
+        if (each->Source() || each->Expression() || (each->HasValue() && each->Id() != FuID("Filename")))
+            return std::nullopt;
     Ref<Parameter> const value = op.FindInput("Filename")->Value();
     auto const* text = dynamic_cast<Text const*>(value.Get());
     return text ? std::optional(FileInFolder(folder, text->value)) : std::nullopt;
@@ -130,6 +131,7 @@ private:
             known.insert(main);
         }
         return std::all_of(op_.Inputs().begin(), op_.Inputs().end(), [&](auto const& input) {
+            if (input->Expression()) return false;
             return !input->Source() || known.contains(input.get()) || add(*input, false);
         });
     }

@@ -26,13 +26,12 @@ struct Loaded {
     std::optional<Problem> problem;
 };
 
-/// The module that lies beside this library; it is loaded on first use and stays.
-Loaded LoadModule()
+/// A module that lies beside this library; it is loaded on first use and stays.
+Loaded LoadModule(char const* name)
 {
     Dl_info self{};
     dladdr(reinterpret_cast<void const*>(&LoadModule), &self);
-    std::string const file =
-        (fs::path(self.dli_fname ? self.dli_fname : "").parent_path() / kPictureModuleFile).string();
+    std::string const file = (fs::path(self.dli_fname ? self.dli_fname : "").parent_path() / name).string();
     void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* const entry = library ? dlsym(library, kPictureModuleEntry) : nullptr;
     if (!entry) {
@@ -46,8 +45,38 @@ Loaded LoadModule()
 
 Loaded const& Module()
 {
-    static Loaded const loaded = LoadModule();
+    static Loaded const loaded = LoadModule(kPictureModuleFile);
     return loaded;
+}
+
+/// The quick way for a format; null where there is none.
+PictureModule const* QuickModule(PictureFormat format)
+{
+    if (format != PictureFormat::kTiff) return nullptr;
+    static Loaded const loaded = LoadModule(kTiffModuleFile);
+    return loaded.module;
+}
+
+ReadResult ReadFull(std::string const& path, PictureFormat format)
+{
+    if (PictureModule const* const quick = QuickModule(format)) {
+        ReadResult result = quick->read(path, format);
+        if (result.image || result.problem) return result;
+    }
+    Loaded const& loaded = Module();
+    return loaded.problem ? ReadResult{nullptr, loaded.problem} : loaded.module->read(path, format);
+}
+
+/// What went wrong, empty when nothing did.
+std::string WriteFull(Image const& image, PictureFormat format, std::FILE* stream,
+                      WriteOptions const& options)
+{
+    if (PictureModule const* const quick = QuickModule(format))
+        if (auto wrong = quick->write(image, format, stream, options)) return *wrong;
+    Loaded const& loaded = Module();
+    return loaded.problem
+               ? loaded.problem->Format()
+               : loaded.module->write(image, format, stream, options).value_or("cannot be written");
 }
 
 /// ", did you mean 'x'?" for a file that is not there but has a near neighbour.
@@ -108,9 +137,7 @@ ReadResult ReadPicture(std::string const& path, ReadOptions const& options)
 {
     Recognised const recognised = Recognise(path);
     if (recognised.problem) return {nullptr, recognised.problem};
-    Loaded const& loaded = Module();
-    if (loaded.problem) return {nullptr, loaded.problem};
-    ReadResult result = loaded.module->read(path, recognised.format);
+    ReadResult result = ReadFull(path, recognised.format);
     if (result.image && options.proxy > 1) return MakeProxy(path, *result.image, options.proxy);
     return result;
 }
@@ -126,11 +153,9 @@ std::optional<Problem> WritePicture(Image const& image, std::string const& path,
                                                      : "unknown extension " + Quoted(extension),
                                    KnownExtensions())};
     }
-    Loaded const& loaded = Module();
-    if (loaded.problem) return loaded.problem;
     AtomicFile file(path);
     if (auto problem = file.Open()) return problem;
-    std::string const wrong = loaded.module->write(image, *format, file.Stream(), options);
+    std::string const wrong = WriteFull(image, *format, file.Stream(), options);
     // A full disk makes the library fail in its own words; the file's own state is the better message.
     if (!wrong.empty() && !std::ferror(file.Stream())) return Problem{path, 0, wrong};
     return file.Commit();

@@ -7,7 +7,7 @@
 
 #include "host/image/PixPtr.h"
 #include "host/io/Pictures.h"
-#include "host/io/pictures/Rows.h"
+#include "host/io/Rows.h"
 #include "host/value/MachineMemory.h"
 #include "host/value/Parallel.h"
 #include "tests/host/io_files.h"

@@ -37,7 +37,8 @@ ReadResult Read(std::string const& path, PictureFormat format)
     }
 }
 
-std::string Write(Image const& image, PictureFormat format, std::FILE* stream, WriteOptions const& options)
+std::optional<std::string> Write(Image const& image, PictureFormat format, std::FILE* stream,
+                                 WriteOptions const& options)
 {
     try {
         FollowThreadCount();

@@ -9,8 +9,8 @@
 #include <fmt/format.h>
 
 #include "host/image/StoredType.h"
+#include "host/io/Rows.h"
 #include "host/io/pictures/Layout.h"
-#include "host/io/pictures/Rows.h"
 #include "host/value/Parallel.h"
 
 namespace ombrelune {
