@@ -1,58 +1,13 @@
 // check, fmt and animated renders by the built program.
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include "host/image/PixPtr.h"
-#include "host/io/Pictures.h"
+#include "tests/cli/Cli.h"
 
 namespace ombrelune {
 namespace {
 
-namespace fs = std::filesystem;
-
-class FlowCommands : public testing::Test {
-protected:
-    struct Ended {
-        int status;
-        std::string out, errors;
-    };
-
-    FlowCommands() : folder(fs::temp_directory_path() / ("ombrelune_flow_" + std::to_string(getpid())))
-    {
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-    ~FlowCommands() override { fs::remove_all(folder); }
-
-    std::string Slurp(char const* name) const
-    {
-        std::ifstream file(folder / name, std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
-    void Write(char const* name, std::string const& text) const
-    {
-        std::ofstream(folder / name, std::ios::binary) << text;
-    }
-    Ended Run(std::string const& arguments) const
-    {
-        std::string const line = "cd '" + folder.string() + "' && '" OMBRELUNE_PROGRAM "' " + arguments +
-                                 " >stdout.txt 2>stderr.txt";
-        int const status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp("stdout.txt"), Slurp("stderr.txt")};
-    }
-
-    fs::path folder;
-};
+class FlowCommands : public Cli {};
 
 TEST_F(FlowCommands, CheckListsEveryMistakeAndWarning)
 {
@@ -97,17 +52,17 @@ TEST_F(FlowCommands, CheckListsEveryMistakeAndWarning)
 TEST_F(FlowCommands, FmtPrintsWritesBackAndChecks)
 {
     Write("flow.comp", "--why\n{Tools={A=Loader{},--how\n}}");
-    std::string const before = Slurp("flow.comp");
+    std::string const before = Slurp(folder / "flow.comp");
     Ended const printed = Run("fmt flow.comp");
     EXPECT_EQ(printed.status, 0);
     EXPECT_EQ(printed.out, "--why\n{\n  Tools = {\n    A = Loader { }, --how\n  },\n}\n");
     EXPECT_EQ(Run("fmt --check flow.comp").status, 1);
-    EXPECT_EQ(Slurp("flow.comp"), before);
+    EXPECT_EQ(Slurp(folder / "flow.comp"), before);
 
     fs::permissions(folder / "flow.comp", fs::perms(0600));
     fs::create_symlink("flow.comp", folder / "link.comp");
     EXPECT_EQ(Run("fmt --in-place link.comp").status, 0);
-    EXPECT_EQ(Slurp("flow.comp"), printed.out);
+    EXPECT_EQ(Slurp(folder / "flow.comp"), printed.out);
     EXPECT_TRUE(fs::is_symlink(folder / "link.comp"));
     EXPECT_EQ(fs::status(folder / "flow.comp").permissions(), fs::perms(0600));
     EXPECT_EQ(Run("fmt --check flow.comp link.comp").status, 0);
@@ -116,7 +71,7 @@ TEST_F(FlowCommands, FmtPrintsWritesBackAndChecks)
     Ended const bad = Run("fmt --in-place bad.comp");
     EXPECT_EQ(bad.status, 2);
     EXPECT_NE(bad.errors.find("bad.comp:2: found '}'; expected a value"), std::string::npos) << bad.errors;
-    EXPECT_EQ(Slurp("bad.comp"), "{ Tools = {\n A = } }");
+    EXPECT_EQ(Slurp(folder / "bad.comp"), "{ Tools = {\n A = } }");
     EXPECT_EQ(Run("fmt gone.comp flow.comp").status, 3);
     EXPECT_EQ(Run("fmt --check --in-place flow.comp").status, 2);
 }
@@ -151,17 +106,6 @@ TEST_F(FlowCommands, AnimationReachesThePictures)
         << ended.errors;
     // What the command line sets takes the place of an expression.
     EXPECT_EQ(Run("render flow.comp --frames 5 --set Plain.Blue=1").status, 0);
-}
-
-TEST_F(FlowCommands, TheAnimatedExampleMoves)
-{
-    fs::create_directories(folder / "examples");
-    fs::copy(OMBRELUNE_SOURCE_DIR "/examples/media", folder / "examples/media", fs::copy_options::recursive);
-    fs::copy_file(OMBRELUNE_SOURCE_DIR "/examples/animated.comp", folder / "examples/animated.comp");
-    Ended const ended = Run("render examples/animated.comp --proxy 8 --frames 0-2,25");
-    ASSERT_EQ(ended.status, 0) << ended.errors;
-    EXPECT_NE(Slurp("out/animated/glow.0000.png"), Slurp("out/animated/glow.0025.png"));
-    EXPECT_NE(Slurp("out/animated/turn.0000.png"), Slurp("out/animated/turn.0025.png"));
 }
 
 } // namespace
