@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/graph/FusionDoc.h"
+#include "host/value/NearestName.h"
 #include "host/value/Problem.h"
 
 namespace ombrelune::app {
@@ -104,8 +105,5 @@ bool SetFromText(Operator& op, std::string const& assignment);
 /// Shortest text that reads as the same number; one that single precision holds as that precision prints it,
 /// so that 0.1 stays 0.1.
 std::string NumberText(double number);
-
-/// "; did you mean 'x'?", or nothing.
-std::string DidYouMean(std::string const& name, std::vector<std::string> const& known);
 
 } // namespace ombrelune::app

@@ -9,7 +9,6 @@
 #include "host/builtin/Builtin.h"
 #include "host/flow/ColorGroups.h"
 #include "host/flow/InputValue.h"
-#include "host/value/NearestName.h"
 
 namespace ombrelune::app {
 
@@ -66,12 +65,6 @@ Registry const* FindTool(std::string const& name)
     Complain(fmt::format("there is no tool {}{}; 'ombrelune tools' lists them", Quoted(name),
                          DidYouMean(name, known)));
     return nullptr;
-}
-
-std::string DidYouMean(std::string const& name, std::vector<std::string> const& known)
-{
-    std::string const near = NearestName(name, known);
-    return near.empty() ? "" : fmt::format("; did you mean '{}'?", near);
 }
 
 std::string NumberText(double number)
