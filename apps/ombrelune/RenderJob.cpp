@@ -56,9 +56,8 @@ void RenderJob::Run(std::vector<int> const& frames, Options const& options,
     auto const work = [&] {
         for (;;) {
             std::unique_lock guard(progress.lock);
-            // A frame ahead is begun only where there is room for one more of what is in use.
             progress.changed.wait(guard, [&] {
-                return progress.ended || progress.next == progress.turn || BuffersInUse().now <= memory_ / 2;
+                return progress.ended || progress.next == progress.turn || progress.roomForTwo;
             });
             if (progress.ended || progress.next == frames.size()) return;
             std::size_t const index = progress.next++;

@@ -80,12 +80,6 @@ RenderResult Renderer::Evaluate(Output& output, double time)
     return {results->values[static_cast<std::size_t>(output.Index())], std::nullopt, results};
 }
 
-RenderResult Renderer::Evaluate(Input& input, double time)
-{
-    Frame frame{.time = time};
-    return Fetch(input, time, {frame, *input.Owner(), time});
-}
-
 std::optional<Problem> Renderer::Run(Operator& op, double time)
 {
     Frame frame{.time = time};

@@ -39,8 +39,6 @@ public:
     void Start(std::vector<double> frames);
     /// Value of an output at a time.
     RenderResult Evaluate(Output& output, double time);
-    /// Value of an input at a time, wherever it comes from.
-    RenderResult Evaluate(Input& input, double time);
     /// Processes an operator for what it does rather than what it gives, such as writing a file.
     std::optional<Problem> Run(Operator& op, double time);
     /// Lets go what only this frame needed.

@@ -52,10 +52,4 @@ void ResultCache::Clear()
     bytes_ = 0;
 }
 
-std::size_t ResultCache::Bytes() const
-{
-    std::lock_guard guard(lock_);
-    return bytes_;
-}
-
 } // namespace ombrelune

@@ -43,8 +43,6 @@ public:
     }
     void Clear();
 
-    std::size_t Bytes() const;
-
 private:
     struct Entry {
         ResultKey key;
@@ -61,7 +59,7 @@ private:
     void Sweep();
 
     std::size_t budget_;
-    mutable std::mutex lock_;
+    std::mutex lock_;
     std::list<Entry> recent_; // least recently used first
     std::unordered_map<ResultKey, Known, ResultKeyHash> known_;
     std::size_t bytes_ = 0;
