@@ -66,11 +66,12 @@ void AddOutputs(std::string& text, ToolPage const& page)
 
 std::string CommandLine(std::vector<std::string> const& words, std::size_t width)
 {
-    std::string text = "./ombrelune", line;
+    std::string text = "./ombrelune";
     for (std::size_t i = 0; i < words.size(); ++i) {
         std::string word = ShellWord(words[i]);
         // An option and its value stay together.
-        if (words[i].starts_with("--") && i + 1 < words.size()) word += " " + ShellWord(words[++i]);
+        if (words[i].starts_with("--") && i + 1 < words.size())
+            word.append(" ").append(ShellWord(words[++i]));
         std::size_t const start = text.rfind('\n') + 1; // npos + 1 is 0
         text += text.size() - start + word.size() + 3 > width ? " \\\n    " : " ";
         text += word;

@@ -34,7 +34,7 @@ std::string CaptionOf(std::string const& flow)
     std::istringstream lines(flow);
     std::string caption;
     for (std::string line; std::getline(lines, line) && line.starts_with("-- ");)
-        caption += (caption.empty() ? "" : " ") + line.substr(3);
+        caption.append(caption.empty() ? "" : " ").append(line, 3);
     return caption;
 }
 
@@ -179,7 +179,7 @@ private:
         std::string text;
         for (std::size_t i = 0; i < color.channels.size(); ++i)
             if (i < 3 || color.channels[i]->HasValue())
-                text += (i > 0 ? "," : "") + *ValueText(*color.channels[i], folder_);
+                text.append(i > 0 ? "," : "").append(*ValueText(*color.channels[i], folder_));
         AddSet(color.name, text);
     }
 
