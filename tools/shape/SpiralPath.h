@@ -34,7 +34,7 @@ public:
         float const step = std::copysign(
             std::max(static_cast<float>(std::abs(angleStep) * std::numbers::pi / 180.0), 0.001F),
             angleStart > angleEnd ? -1.0F : 1.0F);
-        float const count = WholeOrNot((angleEnd - angleStart) / step);
+        float const count = StepCount(step);
         float const growth = count > 0.0F ? (radiusEnd - radiusStart) / count : 0.0F;
 
         auto path = std::make_unique<KShape>();
@@ -68,11 +68,11 @@ public:
 
 private:
     /// What differs from a whole number by the rounding of the angles alone is whole.
-    static float WholeOrNot(float count)
+    float StepCount(float step) const
     {
-        float const whole = std::round(count);
-        bool const isWhole = std::abs(count - whole) <= 4.0F * 1.1920929e-7F * count;
-        return std::min(isWhole ? whole : count, 1048576.0F);
+        float const count = (angleEnd - angleStart) / step, whole = std::round(count);
+        float const rounding = 4.0F * 1.1920929e-7F * (std::abs(angleStart) + std::abs(angleEnd));
+        return std::min(std::abs((count - whole) * step) <= rounding ? whole : count, 1048576.0F);
     }
 };
 
