@@ -91,6 +91,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "ShapeResample",
                  {{"Distance", 0.5}, {"Offset", 0.125}, {"KeepEndPoints", 1}},
                  "M0,0 L0.125,0 L0.625,0 L1,0"},
+        TextCase{"M0,0 L0.1,0 M2,0 L3,0", "ShapeResample", {{"Distance", 0.5}}, "M2,0 L2.5,0"},
         TextCase{"M0,0 L3,0 L3,3", "ShapeSmooth", {{"Smooth", 0}}, "M0,0 C1,0 C2,0 C3,0 C3,1 C3,2 C3,3"},
         // A quarter of the way between the neighbours.
         TextCase{"M0,0 L4,0 L4,4 L0,4 Z",
