@@ -19,10 +19,10 @@ struct ShapeArrayPointIndex {
     int point = 0, previous = 0, next = 0; ///< numbers of points
 };
 
-/// Edge that crosses the current row.
+/// Edge of an outline in the scan converter, upward.
 struct ShapeArrayEdge {
-    float x = 0.0F, dx = 0.0F; ///< at the current row, and what it changes by from row to row
-    int row = 0;               ///< x cut to an integer
+    float x = 0.0F, dx = 0.0F; ///< at a row, and what it changes by from row to row
+    int line = 0;              ///< that row
     int last = 0;              ///< last row
     std::int8_t direction = 0;
     std::uint8_t winding = 0;
@@ -32,7 +32,6 @@ struct ShapeArrayEdge {
 struct ShapeArrays {
     std::vector<ShapeArrayPoint> points;
     std::vector<ShapeArrayPointIndex> indices; ///< sorted by row
-    std::vector<ShapeArrayEdge> edges;         ///< room for the active ones, as many as points
 };
 
 } // namespace ombrelune

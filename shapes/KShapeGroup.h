@@ -29,6 +29,9 @@ public:
     bool Inside(KVector2 const& p) const;
     float LengthTotal() const;
 
+    /// Draws the lists in order. See KShapeList.
+    void Render(KImage* image, KShapeRenderData const& data);
+
     // New groups with the operation's result for each list. See KShape.
 
     KShapeGroup* FlattenOf(int steps) const

@@ -12,6 +12,13 @@ namespace ombrelune {
 
 class KImage;
 
+/// How shapes are drawn.
+struct KShapeRenderData {
+    int subsampling = 8;    ///< samples per side of a pixel
+    int winding = 0;        ///< of brushes: 0 even-odd, 1 non-zero
+    bool forceFill = false; ///< brushes fill open shapes too, as if closed
+};
+
 /// Shapes with their look and the matrix that takes them to the 0 to 1 square of a texture. Owns its shapes.
 class KShapeList : public KList {
 public:
@@ -39,6 +46,11 @@ public:
     /// segments each. Null does nothing.
     /// Method: P. Selinger, Potrace: a polygon-based tracing algorithm, 2003.
     void Trace(KImage const* image, int channel, float threshold, bool flatten, int steps);
+
+    /// Draws the shapes in order, each with the first style: the brush where it is closed or force fill is
+    /// set, then the pen. A pen's thickness counts in hundredths of the frame's width here. The lower left
+    /// corner of the image is the origin.
+    void Render(KImage* image, KShapeRenderData const& data);
 
     // New lists with the operation's result for each shape; styles and mapping are kept. See KShape.
 

@@ -60,6 +60,7 @@ KShape* KShapeArray::ResampleOf(KShapeEffectResampleData const& data) const
     }
     if (closed) result->Close();
     else if (data.keepEndPoints) add(points.back());
+    if (result->GetCount() < 2) result->Clear(); // a single point would end the list of subpaths
     return result;
 }
 

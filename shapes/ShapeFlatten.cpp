@@ -119,7 +119,6 @@ ShapeArrays KShape::ConvertTo(float offsetX, float offsetY, float scaleX, float 
     std::sort(arrays.indices.begin(), arrays.indices.end(), [](auto const& a, auto const& b) {
         return a.row != b.row ? a.row < b.row : a.point < b.point;
     });
-    arrays.edges.resize(arrays.points.size());
     return arrays;
 }
 

@@ -36,7 +36,6 @@ TEST(ConvertTo, OutlinesBecomeRingsSortedByRow)
     ShapeArrays const arrays = shape->ConvertTo(10.0F, -1.0F, 2.0F, 3.0F, 4);
     ASSERT_EQ(arrays.points.size(), 10U);
     ASSERT_EQ(arrays.indices.size(), 10U);
-    EXPECT_EQ(arrays.edges.size(), 10U);
     EXPECT_EQ(arrays.points[2].x, 12.0F);
     EXPECT_EQ(arrays.points[2].y, 2.0F);
     EXPECT_EQ(arrays.points[0].row, -1);
