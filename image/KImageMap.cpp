@@ -14,21 +14,23 @@ namespace ombrelune {
 
 namespace {
 
-/// Stable order of keys of 32 bits, largest first, by three passes over 11 bits each.
-std::vector<std::uint32_t> LargestFirst(std::vector<std::uint32_t> const& keys)
+/// A pixel's number below its key.
+using KeyedPixel = std::uint64_t;
+
+/// Sorts by the upper 32 bits, largest first, and leaves equal ones in their order: three passes over 11
+/// bits.
+void SortLargestFirst(std::vector<KeyedPixel>& pixels)
 {
     constexpr unsigned kBits = 11, kMask = (1U << kBits) - 1;
-    std::vector<std::uint32_t> order(keys.size()), next(keys.size());
-    std::iota(order.begin(), order.end(), 0U);
-    for (unsigned shift = 0; shift < 32; shift += kBits) {
+    std::vector<KeyedPixel> next(pixels.size());
+    for (unsigned shift = 32; shift < 64; shift += kBits) {
         std::array<std::uint32_t, kMask + 2> start{};
-        auto const digit = [&](std::uint32_t i) { return (~keys[i] >> shift) & kMask; };
-        for (std::uint32_t i : order) ++start[digit(i) + 1];
+        auto const digit = [&](KeyedPixel p) { return (~p >> shift) & kMask; };
+        for (KeyedPixel p : pixels) ++start[digit(p) + 1];
         std::partial_sum(start.begin(), start.end(), start.begin());
-        for (std::uint32_t i : order) next[start[digit(i)]++] = i;
-        order.swap(next);
+        for (KeyedPixel p : pixels) next[start[digit(p)]++] = p;
+        pixels.swap(next);
     }
-    return order;
 }
 
 constexpr int kLargestSize = 1 << 24;
@@ -61,11 +63,13 @@ void KImageMapIterator::SetSize(int width, int height, unsigned seed)
     height_ = height;
     seed_ = seed;
     KRandomSeed(seed);
-    std::vector<std::uint32_t> keys(static_cast<std::size_t>(std::max(width, 0)) *
-                                    static_cast<std::size_t>(std::max(height, 0)));
+    std::vector<KeyedPixel> pixels(static_cast<std::size_t>(std::max(width, 0)) *
+                                   static_cast<std::size_t>(std::max(height, 0)));
     // Floats that are not negative have the order of their bits.
-    for (std::uint32_t& key : keys) key = std::bit_cast<std::uint32_t>(KRandom(1.0F));
-    order_ = LargestFirst(keys);
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = KeyedPixel{std::bit_cast<std::uint32_t>(KRandom(1.0F))} << 32 | i;
+    SortLargestFirst(pixels);
+    order_.assign(pixels.begin(), pixels.end()); // the numbers alone
 }
 
 bool KImageMapIterator::Next(KVector2i& p)

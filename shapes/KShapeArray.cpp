@@ -11,14 +11,19 @@ namespace ombrelune {
 
 namespace {
 
+bool EndsSubpath(KShapePoint const& p) { return p.closed || !p.next || p.next->type == kShapeMove; }
+
 /// The subpath from the cursor on, which moves past it; null without two different points.
 std::unique_ptr<KShapeArray> TakeSubpath(KShapePoint const*& cursor)
 {
     auto array = std::make_unique<KShapeArray>();
+    std::size_t count = 1;
+    for (KShapePoint const* p = cursor; !EndsSubpath(*p); p = p->next) ++count;
+    array->points.reserve(count);
     KVector2 const start = cursor->position;
     array->Add(start);
     KShapePoint const* p = cursor;
-    while (!p->closed && p->next && p->next->type != kShapeMove) {
+    while (!EndsSubpath(*p)) {
         p = p->next;
         bool const repeatsStart = p->closed && p->position == start;
         if (!repeatsStart && p->position != array->points.back()) array->Add(p->position);

@@ -1,5 +1,6 @@
 #include <climits>
 #include <memory>
+#include <type_traits>
 #include <vector>
 
 #include <potracelib.h>
@@ -22,24 +23,42 @@ public:
           words_(static_cast<std::size_t>(wordsPerLine_) * static_cast<std::size_t>(image.Height())),
           bitmap_{image.Width(), image.Height(), wordsPerLine_, words_.data()}
     {
-        ParallelFor(image.Height(), [&](int y) {
-            potrace_word* const line = Line(y);
-            VisitRow<FltPixel>(
-                y,
-                [&](int width, auto in) {
-                    FltPixel pixel;
-                    for (int x = 0; x < width; ++x) {
-                        pixel >>= in;
-                        potrace_word const bit = PixelGetChannel(pixel, channel) > threshold;
-                        line[x / kWordBits] |= bit << (kWordBits - 1 - x % kWordBits); // leftmost highest
-                    }
-                },
-                image.FImage());
-        });
+        if (image.IsFloat()) Fill<FltPixel>(image, channel, threshold);
+        else Fill<Pixel>(image, channel, threshold);
     }
     potrace_bitmap_t const* Get() const { return &bitmap_; }
 
 private:
+    /// With one loop for each channel, or the choice among them would be made for each pixel.
+    template <class Record> void Fill(KImage const& image, int channel, float threshold)
+    {
+        auto const fill = [&](auto fixed) {
+            ParallelFor(image.Height(), [&](int y) {
+                potrace_word* const line = Line(y);
+                VisitRow<Record>(
+                    y,
+                    [&](int width, auto in) {
+                        potrace_word word = 0; // leftmost pixel highest
+                        for (int x = 0; x < width; ++x) {
+                            Record pixel;
+                            pixel >>= in;
+                            word = word << 1 | (PixelGetChannel(pixel, fixed) > threshold ? 1U : 0U);
+                            if ((x + 1) % kWordBits == 0) line[x / kWordBits] = word;
+                        }
+                        if (int const rest = width % kWordBits)
+                            line[width / kWordBits] = word << (kWordBits - rest);
+                    },
+                    image.FImage());
+            });
+        };
+        switch (channel) {
+        case 0: return fill(std::integral_constant<int, 0>());
+        case 1: return fill(std::integral_constant<int, 1>());
+        case 2: return fill(std::integral_constant<int, 2>());
+        case 3: return fill(std::integral_constant<int, 3>());
+        default: return fill(std::integral_constant<int, 4>());
+        }
+    }
     potrace_word* Line(int y)
     {
         return words_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(wordsPerLine_);
