@@ -22,8 +22,7 @@ struct KEffectTestPaths : KEffectShape {
 
 OMBRELUNE_TOOL(BF_TestPaths, BF_ThreadedOperator, KEffectTestPaths, .outputType = KShapeParameter::kClassId);
 
-// One tool at a time.
-
+/// A tool on paths, and the paths that it makes.
 struct TextCase {
     char const* paths;
     char const* tool;
@@ -31,83 +30,83 @@ struct TextCase {
     char const* result;
 };
 
-class ShapeTool : public testing::TestWithParam<TextCase> {};
-
-TEST_P(ShapeTool, MakesPaths)
+void ExpectPaths(std::vector<TextCase> const& cases)
 {
-    auto const& [paths, tool, settings, result] = GetParam();
-    EXPECT_EQ(TextOf(*After(paths, tool, settings)), result) << tool << " on " << paths;
+    for (auto const& [paths, tool, settings, result] : cases)
+        EXPECT_EQ(TextOf(*After(paths, tool, settings)), result) << tool << " on " << paths;
 }
 
 // Sides that point to 135, 225, 315 and 45 degrees.
 constexpr char const* kDiamond = "M1,0 L0,1 L-1,0 L0,-1 Z";
 constexpr char const* kTwoLines = "M0,0 L1,0 M0,1 L3,1";
 
-INSTANTIATE_TEST_SUITE_P(
-    Kill, ShapeTool,
-    testing::Values(
-        TextCase{kDiamond, "ShapeKill", {}, "M0,-1 L1,0"},
-        TextCase{kDiamond, "ShapeKill", {{"AngleMinimum", 100}, {"AngleMaximum", 200}}, "M1,0 L0,1"},
-        TextCase{kDiamond, "ShapeKill", {{"AngleOffset", 90}}, "M1,0 L0,1"},
-        TextCase{kDiamond, "ShapeKill", {{"AngleMinimum", 300}, {"AngleMaximum", 400}}, "M-1,0 L0,-1"},
-        TextCase{kDiamond, "ShapeKill", {{"ByAngle", 0}}, kDiamond},
-        TextCase{"M0,0 L4,0 L4,1 L9,1",
-                 "ShapeKill",
-                 {{"ByAngle", 0}, {"ByLength", 1}, {"LengthMinimum", 3}, {"LengthMaximum", 4.5}},
-                 "M0,0 L4,0"}));
+TEST(ShapeKill, KeepsTheSidesInRange)
+{
+    ExpectPaths({
+        {kDiamond, "ShapeKill", {}, "M0,-1 L1,0"},
+        {kDiamond, "ShapeKill", {{"AngleMinimum", 100}, {"AngleMaximum", 200}}, "M1,0 L0,1"},
+        {kDiamond, "ShapeKill", {{"AngleOffset", 90}}, "M1,0 L0,1"},
+        {kDiamond, "ShapeKill", {{"AngleMinimum", 300}, {"AngleMaximum", 400}}, "M-1,0 L0,-1"},
+        {kDiamond, "ShapeKill", {{"ByAngle", 0}}, kDiamond},
+        {"M0,0 L4,0 L4,1 L9,1",
+         "ShapeKill",
+         {{"ByAngle", 0}, {"ByLength", 1}, {"LengthMinimum", 3}, {"LengthMaximum", 4.5}},
+         "M0,0 L4,0"},
+    });
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    WriteOn, ShapeTool,
-    testing::Values(
+TEST(ShapeWriteOn, SpreadsShiftsAndWrapsTheRange)
+{
+    ExpectPaths({
         // 2 of 4 units, or half of each.
-        TextCase{kTwoLines, "ShapeWriteOn", {{"Level", 1}, {"RangeEnd", 0.5}}, "M0,0 L1,0 M0,1 L1,1"},
-        TextCase{kTwoLines, "ShapeWriteOn", {{"Level", 2}, {"RangeEnd", 0.5}}, "M0,0 L0.5,0 M0,1 L1.5,1"},
-        TextCase{"M0,0 L1,0|M0,1 L3,1", "ShapeWriteOn", {{"RangeEnd", 0.5}}, "M0,0 L1,0 | M0,1 L1,1"},
-        TextCase{"M0,0 L10,0",
-                 "ShapeWriteOn",
-                 {{"RangeStart", 0.2}, {"RangeEnd", 0.6}, {"Shift", 0.6}},
-                 "M8,0 L10,0 || M0,0 L2,0"},
-        TextCase{"M0,0 L10,0",
-                 "ShapeWriteOn",
-                 {{"RangeStart", 0.2}, {"RangeEnd", 0.6}, {"Shift", 1.125}},
-                 "M3.25,0 L7.25,0"},
-        TextCase{"M0,0 L10,0",
-                 "ShapeWriteOn",
-                 {{"RangeStart", 0.2}, {"RangeEnd", 0.6}, {"Shift", 0.6}, {"ShiftWrap", 0}},
-                 "M8,0 L10,0"},
-        TextCase{kSquare,
-                 "ShapeWriteOn",
-                 {{"RangeStart", 0.125}, {"RangeEnd", 0.625}},
-                 "M0.5,0 L1,0 L1,1 L0.5,1"}));
+        {kTwoLines, "ShapeWriteOn", {{"Level", 1}, {"RangeEnd", 0.5}}, "M0,0 L1,0 M0,1 L1,1"},
+        {kTwoLines, "ShapeWriteOn", {{"Level", 2}, {"RangeEnd", 0.5}}, "M0,0 L0.5,0 M0,1 L1.5,1"},
+        {"M0,0 L1,0|M0,1 L3,1", "ShapeWriteOn", {{"RangeEnd", 0.5}}, "M0,0 L1,0 | M0,1 L1,1"},
+        {"M0,0 L10,0",
+         "ShapeWriteOn",
+         {{"RangeStart", 0.2}, {"RangeEnd", 0.6}, {"Shift", 0.6}},
+         "M8,0 L10,0 || M0,0 L2,0"},
+        {"M0,0 L10,0",
+         "ShapeWriteOn",
+         {{"RangeStart", 0.2}, {"RangeEnd", 0.6}, {"Shift", 1.125}},
+         "M3.25,0 L7.25,0"},
+        {"M0,0 L10,0",
+         "ShapeWriteOn",
+         {{"RangeStart", 0.2}, {"RangeEnd", 0.6}, {"Shift", 0.6}, {"ShiftWrap", 0}},
+         "M8,0 L10,0"},
+        {kSquare, "ShapeWriteOn", {{"RangeStart", 0.125}, {"RangeEnd", 0.625}}, "M0.5,0 L1,0 L1,1 L0.5,1"},
+    });
+}
 
-INSTANTIATE_TEST_SUITE_P(
-    Edits, ShapeTool,
-    testing::Values(
-        TextCase{"M0,0 L1,0",
-                 "ShapeResample",
-                 {{"Distance", 0.25}, {"Offset", 0.125}},
-                 "M0.125,0 L0.375,0 L0.625,0 L0.875,0"},
-        TextCase{"M0,0 L1,0",
-                 "ShapeResample",
-                 {{"Distance", 0.5}, {"Offset", 0.125}, {"KeepEndPoints", 1}},
-                 "M0,0 L0.125,0 L0.625,0 L1,0"},
-        TextCase{"M0,0 L0.1,0 M2,0 L3,0", "ShapeResample", {{"Distance", 0.5}}, "M2,0 L2.5,0"},
-        TextCase{"M0,0 L3,0 L3,3", "ShapeSmooth", {{"Smooth", 0}}, "M0,0 C1,0 C2,0 C3,0 C3,1 C3,2 C3,3"},
+TEST(ShapeTools, MoveAndBendPoints)
+{
+    ExpectPaths({
+        {"M0,0 L1,0",
+         "ShapeResample",
+         {{"Distance", 0.25}, {"Offset", 0.125}},
+         "M0.125,0 L0.375,0 L0.625,0 L0.875,0"},
+        {"M0,0 L1,0",
+         "ShapeResample",
+         {{"Distance", 0.5}, {"Offset", 0.125}, {"KeepEndPoints", 1}},
+         "M0,0 L0.125,0 L0.625,0 L1,0"},
+        {"M0,0 L0.1,0 M2,0 L3,0", "ShapeResample", {{"Distance", 0.5}}, "M2,0 L2.5,0"},
+        {"M0,0 L3,0 L3,3", "ShapeSmooth", {{"Smooth", 0}}, "M0,0 C1,0 C2,0 C3,0 C3,1 C3,2 C3,3"},
         // A quarter of the way between the neighbours.
-        TextCase{"M0,0 L4,0 L4,4 L0,4 Z",
-                 "ShapeSmooth",
-                 {},
-                 "M0,0 C1,-1 C3,-1 C4,0 C5,1 C5,3 C4,4 C3,5 C1,5 C0,4 C-1,3 C-1,1 C0,0 Z"},
-        TextCase{"M0,0 L4,0", "ShapeZigZag", {{"Steps", 2}, {"Offset", 1}}, "M0,1 L2,-1 L4,1"},
-        TextCase{"M0,0 L4,0", "ShapeZigZag", {{"Type", 1}, {"Offset", 1}}, "M0,0 L4,0"},
-        TextCase{kSquare, "ShapeTools", {{"StartOffset", 0.125}}, "M0.5,0 L1,0 L1,1 L0,1 L0,0 Z"},
-        TextCase{
-            kSquare, "ShapeTools", {{"StartOffset", 0.125}, {"OpenClose", 2}}, "M0.5,0 L1,0 L1,1 L0,1 L0,0"},
-        TextCase{"M0,0 L1,0 L1,1 M5,5 L6,5 L6,6 Z",
-                 "ShapeTools",
-                 {{"OpenClose", 3}},
-                 "M0,0 L1,0 L1,1 Z M5,5 L6,5 L6,6"},
-        TextCase{kSquare, "ShapeTriangulate", {{"Type", 1}}, ""}));
+        {"M0,0 L4,0 L4,4 L0,4 Z",
+         "ShapeSmooth",
+         {},
+         "M0,0 C1,-1 C3,-1 C4,0 C5,1 C5,3 C4,4 C3,5 C1,5 C0,4 C-1,3 C-1,1 C0,0 Z"},
+        {"M0,0 L4,0", "ShapeZigZag", {{"Steps", 2}, {"Offset", 1}}, "M0,1 L2,-1 L4,1"},
+        {"M0,0 L4,0", "ShapeZigZag", {{"Type", 1}, {"Offset", 1}}, "M0,0 L4,0"},
+        {kSquare, "ShapeTools", {{"StartOffset", 0.125}}, "M0.5,0 L1,0 L1,1 L0,1 L0,0 Z"},
+        {kSquare, "ShapeTools", {{"StartOffset", 0.125}, {"OpenClose", 2}}, "M0.5,0 L1,0 L1,1 L0,1 L0,0"},
+        {"M0,0 L1,0 L1,1 M5,5 L6,5 L6,6 Z",
+         "ShapeTools",
+         {{"OpenClose", 3}},
+         "M0,0 L1,0 L1,1 Z M5,5 L6,5 L6,6"},
+        {kSquare, "ShapeTriangulate", {{"Type", 1}}, ""},
+    });
+}
 
 TEST(ShapeOffset, RingsOnTheSidesThatAreWanted)
 {
