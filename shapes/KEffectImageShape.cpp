@@ -1,6 +1,6 @@
 #include "shapes/KEffectImageShape.h"
 
-#include "image/KImageChannel.h"
+#include "shapes/KImageChannel.h"
 
 namespace ombrelune {
 
@@ -68,7 +68,7 @@ std::unique_ptr<KShape> KEffectImageShape::OffsetOf(KShape const& path, float di
     return std::unique_ptr<KShape>(path.OffsetOf({distance, kJoinMiter, 8, 16}));
 }
 
-void KEffectImageShape::Stroke(KImageChannel& channel, KShape const& path) const
+void KEffectImageShape::Stroke(KImageChannel& channel, KShape const& path)
 {
     KShapeEffectOutlineData outline;
     outline.pen = style.pen;

@@ -35,7 +35,7 @@ protected:
 private:
     std::unique_ptr<KShape> PartOf(KShape const& shape) const;
     static std::unique_ptr<KShape> OffsetOf(KShape const& path, float distance);
-    void Stroke(KImageChannel& channel, KShape const& path) const;
+    void Stroke(KImageChannel& channel, KShape const& path);
 };
 
 } // namespace ombrelune
