@@ -4,6 +4,7 @@
 #include "framework/KProcessImageInverse.h"
 #include "framework/KProcessImagePixel.h"
 #include "framework/KProcessImagePosition.h"
+#include "framework/KProcessImageShape.h"
 #include "framework/KProcessImageThreads.h"
 
 namespace ombrelune {
@@ -62,6 +63,7 @@ std::unique_ptr<KProcessImage> MakeEngine(KImage* source, KImage** destination, 
     case KProc_Warp: return std::make_unique<KProcessImageInverse>(source, destination, effect, data);
     case KProc_Pixel: return std::make_unique<KProcessImagePixel>(source, destination, effect, data);
     case KProc_Position: return std::make_unique<KProcessImagePosition>(source, destination, effect, data);
+    case KProc_Shape: return std::make_unique<KProcessImageShape>(source, destination, effect, data);
     case KProc_Threads: return std::make_unique<KProcessImageThreads>(source, destination, effect, data);
     default: return nullptr;
     }

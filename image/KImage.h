@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <vector>
 
 #include "host/image/PixPtr.h"
 #include "image/KColor.h"
@@ -224,6 +225,39 @@ public:
     /// Height of a pixel, 0 to 65535: 0 red, 1 green, 2 blue, 3 alpha, 4 lightness; through a table if it has
     /// 65536 entries.
     static int Shape(KLookUpTable const* table, Pixel const& p, int selector);
+
+    // Drawing over the colour words, in pixels, clipped at the borders. Words are 16-bit, colour
+    // premultiplied: a pixel keeps 65535 - alpha parts of what it was and adds the colour.
+
+    void DrawPointSafe(int x, int y, int red, int green, int blue, int alpha);
+    void DrawPoint(int x, int y, Pixel const& color);
+    void DrawPoint(int x, int y, KColor const& color);
+    /// Outline of w by h pixels, each pixel once.
+    void DrawRectangle(int x, int y, int w, int h, int red, int green, int blue, int alpha);
+    /// Filled rectangle in parts of the size, its edges by the area that they cover; a partly covered last row or
+    /// column of the image is left out. Rectangles within one pixel are not exact.
+    void DrawRectangleAA(float x0, float y0, float x1, float y1, KColor const& color);
+    // Lines take a colour that is not premultiplied. They share each step between two pixels, are weighted to
+    // their ends as KOffsets says, and reach 131072 pixels.
+    /// To both sides of x, y, along (cos angle, sin angle times aspect).
+    void DrawCenterLine(int x, int y, float angle, float length, Pixel const& color, float aspect);
+    /// From x - dx, y - dy to x + dx, y + dy, ends left out.
+    void DrawCenterLineByOffset(int x, int y, float dx, float dy, Pixel const& color);
+    /// From x, y to x + dx, y + dy, the end left out; the first pixel is twice as bright.
+    void DrawVectorByOffset(int x, int y, float dx, float dy, Pixel const& color);
+    /// The image's velocities times the scale, as vectors: on a grid of `spacing` widths, at least 2 pixels,
+    /// or, when there are corners of 5 by 5 patterns, from their middles, with their frames.
+    void DrawVectorField(KColor const& color, std::vector<KVector2i> const* patterns, float spacing,
+                         float scale);
+    /// Soft mark around a centre. Places and half sizes are parts of the size less one pixel. Nothing without
+    /// a size, or for a colour of 0.
+    /// @param angle       radians; noRotation leaves it out
+    /// @param samples     per side of a pixel
+    /// @param shape       0 ellipse, 1 rectangle, 2 diamond, 3 the map; without a map 3 is 0
+    /// @param colorSource 2 the map's own colour, else the colour, with a map times its luminance
+    /// @param merge       0 the larger, 1 sum, 2 difference, 3 screen
+    void DrawDot(KVector2 const& center, KVector2 const& size, float angle, bool noRotation, int samples,
+                 int shape, int colorSource, int merge, KColor const& color, KImage const* map);
 
 private:
     bool IsInside(int x, int y) const
