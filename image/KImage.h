@@ -234,8 +234,8 @@ public:
     void DrawPoint(int x, int y, KColor const& color);
     /// Outline of w by h pixels, each pixel once.
     void DrawRectangle(int x, int y, int w, int h, int red, int green, int blue, int alpha);
-    /// Filled rectangle in parts of the size, its edges by the area that they cover; a partly covered last row or
-    /// column of the image is left out. Rectangles within one pixel are not exact.
+    /// Filled rectangle in parts of the size, its edges by the area that they cover; a partly covered last
+    /// row or column of the image is left out. Rectangles within one pixel are not exact.
     void DrawRectangleAA(float x0, float y0, float x1, float y1, KColor const& color);
     // Lines take a colour that is not premultiplied. They share each step between two pixels, are weighted to
     // their ends as KOffsets says, and reach 131072 pixels.

@@ -1,4 +1,4 @@
-    return made;
+return made;
 }
 
 Results Renderer::Make(Visit const& visit)
