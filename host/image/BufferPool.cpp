@@ -77,12 +77,12 @@ PooledBuffer TakeBuffer(std::size_t size)
         }
     }
     bool const huge = size >= kHugeFrom;
-    auto* buffer = static_cast<std::byte*>(std::aligned_alloc(huge ? std::size_t{2} << 20 : kGrain, size));
-    if (!buffer) return {};
-    if (huge) madvise(buffer, size, MADV_HUGEPAGE);
+    void* memory = nullptr;
+    if (posix_memalign(&memory, huge ? std::size_t{2} << 20 : kGrain, size) != 0) return {};
+    if (huge) madvise(memory, size, MADV_HUGEPAGE);
     std::lock_guard guard(pool.lock);
     pool.Took(size);
-    return PooledBuffer(buffer, ReturnToPool{size});
+    return PooledBuffer(static_cast<std::byte*>(memory), ReturnToPool{size});
 }
 
 PoolUse BuffersInUse()
