@@ -89,8 +89,9 @@ void KImage::DrawDot(KVector2 const& center, KVector2 const& size, float angle, 
             sum.red = sum.green = sum.blue = sum.alpha = 0.0F;
             bool drawn = false;
             for (int i = 0; i < n * n; ++i) {
-                float const sx = static_cast<float>(px) + first + static_cast<float>(i % n) * step;
-                float const sy = static_cast<float>(py) + first + static_cast<float>(i / n) * step;
+                int const column = i % n, row = i / n;
+                float const sx = static_cast<float>(px) + first + static_cast<float>(column) * step;
+                float const sy = static_cast<float>(py) + first + static_cast<float>(row) * step;
                 float const dx = sx / across - center.x, dy = sy / up - center.y;
                 float const x = noRotation ? dx : dx * c + dy * s / aspect;
                 float const y = noRotation ? dy : dy * c - dx * s * aspect;

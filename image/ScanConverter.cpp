@@ -204,7 +204,7 @@ private:
     {
         int const pixel = x / Samples(), rest = x - pixel * Samples();
         steps_[static_cast<std::size_t>(pixel)] += sign * (Samples() - rest);
-        steps_[static_cast<std::size_t>(pixel + 1)] += sign * rest;
+        steps_[static_cast<std::size_t>(pixel) + 1] += sign * rest;
         stepped_.Add(pixel);
         stepped_.Add(pixel + 1);
     }

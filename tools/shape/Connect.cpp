@@ -27,8 +27,8 @@ public:
         // clang-format on
         KString label;
         for (int i = 0; i < kMostPoints; ++i) {
-            KVector2 const place(static_cast<float>(i % 9) * 0.1F + 0.1F,
-                                 static_cast<float>(i / 9) * 0.1F + 0.1F);
+            int const column = i % 9, row = i / 9;
+            KVector2 const place(static_cast<float>(column) * 0.1F + 0.1F, static_cast<float>(row) * 0.1F + 0.1F);
             parameters.AddPoint(&points[i], place, label.Numbered("Point", i + 1, true),
                                 "Pos0"_id + static_cast<std::uint32_t>(i), KF_Preview, KPoint_Aspect);
         }
