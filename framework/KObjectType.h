@@ -16,6 +16,8 @@ struct KObjectType {
     /// New host value of the object, which may be null. Whether it takes the object over or holds a copy is
     /// the class's own choice.
     Parameter* (*wrap)(void* object);
+    /// Why no operator can work on the value, as the end of a sentence; null when all is well. May be null.
+    char const* (*refuse)(Parameter const* value) = nullptr;
 };
 
 /// Null when no subsystem has registered the type.

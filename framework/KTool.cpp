@@ -143,8 +143,11 @@ void KTool::ProcessInputs(Request* request, bool all)
             break;
         case KPT_Region3D:
         case KPT_Shape:
-            if (KObjectType const* type = FindObjectType(parameter.type); type && all)
+            if (KObjectType const* type = FindObjectType(parameter.type); type && all) {
+                if (char const* why = type->refuse ? type->refuse(value) : nullptr)
+                    request->Fail(inputHost->Name() + "." + entry->input->Id().Text() + " " + why);
                 *static_cast<void**>(parameter.target) = type->copyForEffect(value);
+            }
             break;
         default:
             if (value) ReadValue(*entry, value);

@@ -1,7 +1,11 @@
 #include "shapes/KShapeParameter.h"
 
+#include <cmath>
+
 #include "framework/KObjectType.h"
 #include "host/graph/Registry.h"
+#include "host/graph/ValueFormat.h"
+#include "shapes/svg/SvgWriter.h"
 
 namespace ombrelune {
 
@@ -17,6 +21,28 @@ Registry const shapeRegistry(ClassRegistry(), KShapeParameter::kClassId,
                               {Reg_ParentClass, FuID("Parameter")},
                               {Reg_NewParameterFunction, New}});
 
+/// The integers of boolean operations and offsets hold a hundred times more.
+constexpr float kFarthest = 1e10F;
+
+bool IsInReach(KShape const& shape)
+{
+    for (KShapePoint const* p = shape.GetFirstPoint(); p; p = p->next)
+        if (!(std::abs(p->position.x) <= kFarthest && std::abs(p->position.y) <= kFarthest)) return false;
+    return true;
+}
+
+char const* Refuse(Parameter const* value)
+{
+    auto const* const shapes = dynamic_cast<KShapeParameter const*>(value);
+    for (int i = 0; shapes && shapes->Group() && i < shapes->Group()->GetCount(); ++i)
+        for (KShape const* shape : shapes->Group()->Get(i)->Each<KShape>())
+            if (!IsInReach(*shape))
+                return "is a shape with a point beyond 1e10 frame widths, or nowhere: make it smaller where "
+                       "it "
+                       "comes from";
+    return nullptr;
+}
+
 KObjectTypeRegistration const shapeType({
     KPT_Shape,
     KShapeParameter::kClassId,
@@ -26,7 +52,16 @@ KObjectTypeRegistration const shapeType({
     },
     // A copy: the effect owns its group and may be asked for it again.
     [](void* group) -> Parameter* { return new KShapeParameter(static_cast<KShapeGroup*>(group), true); },
+    Refuse,
 });
+
+ValueFormatRegistration const svgFormat(
+    {KShapeParameter::kClassId, "svg",
+     [](Parameter const& value, FrameFormat const& frame, std::string& text) -> std::optional<Problem> {
+         auto const* const shapes = dynamic_cast<KShapeParameter const*>(&value);
+         KShapeGroup const none;
+         return WriteSvg(shapes && shapes->Group() ? *shapes->Group() : none, frame, text);
+     }});
 
 } // namespace
 

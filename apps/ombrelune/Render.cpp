@@ -8,6 +8,7 @@
 #include "apps/ombrelune/RenderReport.h"
 #include "host/flow/FlowReader.h"
 #include "host/flow/FrameRange.h"
+#include "host/graph/ValueFormat.h"
 #include "host/io/PicturePath.h"
 
 namespace ombrelune::app {
@@ -40,12 +41,17 @@ bool ReadOutputs(FusionDoc const& document, std::vector<std::string> const& text
         }
         Operator* const op = FindOperator(document, text.substr(0, equals));
         if (!op) return false;
-        Output* const output = op->MainOutput(1);
-        if (!output || output->DataType() != CLSID_DataType_Image) {
-            Complain(fmt::format("{} makes no picture to write", op->Name()));
+        Output* output = op->MainOutput(1);
+        if (!output) output = op->FindOutput("Output"); // of shapes, which have no number
+        std::string const pattern = text.substr(equals + 1);
+        FuID const type = output ? output->DataType() : FuID();
+        if (type != CLSID_DataType_Image && !FindValueFormat(type, pattern)) {
+            std::string const names = output ? ValueFileNames(type) : "";
+            Complain(names.empty() ? fmt::format("{} makes no picture to write", op->Name())
+                                   : fmt::format("--out {}: {} makes no picture, write {}={}", Quoted(text),
+                                                 op->Name(), op->Name(), names));
             return false;
         }
-        std::string const pattern = text.substr(equals + 1);
         if (auto problem = CheckPattern(pattern)) {
             Complain(*problem);
             return false;

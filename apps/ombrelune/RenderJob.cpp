@@ -8,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "host/graph/ValueFormat.h"
 #include "host/image/BufferPool.h"
 #include "host/io/PicturePath.h"
 #include "host/io/Pictures.h"
@@ -135,9 +136,17 @@ std::optional<Problem> RenderJob::Write(RenderTarget const& target, int frame)
     if (target.saver) return renderer_.Run(*target.saver, frame);
     RenderResult result = renderer_.Evaluate(*target.output, frame);
     if (result.problem) return result.problem;
+    std::string const path = PathOfFrame(target.pattern, frame);
     auto const* image = dynamic_cast<Image const*>(result.value.Get());
+    Parameter const* const value = result.value.Get();
+    if (!image && value && FindValueFormat(value->DataType(), path)) {
+        auto problem = WriteValue(*value, FormatOf(target.Op().Document()), path);
+        if (problem) problem->text = fmt::format("{}: {}", target.Op().Name(), problem->text);
+        if (problem) problem->isFile = true;
+        return problem;
+    }
     if (!image) return Problem{.text = fmt::format("{} gave no picture", target.Op().Name())};
-    auto problem = WritePicture(*image, PathOfFrame(target.pattern, frame));
+    auto problem = WritePicture(*image, path);
     if (problem) problem->isFile = true;
     return problem;
 }

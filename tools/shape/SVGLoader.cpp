@@ -1,0 +1,92 @@
+// SVGLoader: the shapes of an SVG file, with its colours and strokes.
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host/builtin/Builtin.h"
+#include "host/graph/FusionDoc.h"
+#include "host/io/PicturePath.h"
+#include "shapes/KShapeParameter.h"
+#include "shapes/svg/SvgReader.h"
+
+namespace ombrelune {
+
+namespace {
+
+constexpr std::uintmax_t kLargest = 64 << 20; // bytes
+
+double NumberOf(Request const& request, Input const* input)
+{
+    auto const* number = dynamic_cast<Number const*>(request.InputData(*input, 0));
+    return number ? number->value : 0.0;
+}
+
+class SVGLoader : public Operator {
+public:
+    SVGLoader(Registry const* registry, ScriptVal const& settings, TagList const& tags)
+        : Operator(registry, settings, tags)
+    {
+        AddControlPageTagList("File", {});
+        filename = AddInputTagList(
+            "Filename", "Filename",
+            {{Attr_DataType, CLSID_DataType_Text}, {Attr_InputControl, CLSID_InputControl_File}});
+        flatten = AddInputTagList("Flatten Curves", "FlattenCurves",
+                                  {{Attr_DataType, CLSID_DataType_Number},
+                                   {Attr_InputControl, CLSID_InputControl_Checkbox},
+                                   {Attr_MinHard, 0.0},
+                                   {Attr_MaxHard, 1.0},
+                                   {Attr_Default, 0.0}});
+        precision = AddInputTagList("Curve Precision", "CurvePrecision",
+                                    {{Attr_DataType, CLSID_DataType_Number},
+                                     {Attr_InputControl, CLSID_InputControl_Slider},
+                                     {Attr_IntegerValue, true},
+                                     {Attr_MinHard, 2.0},
+                                     {Attr_MaxHard, 64.0},
+                                     {Attr_Default, 16.0}});
+        output = AddOutputTagList("Output", "Output",
+                                  {{Attr_DataType, FuID(KShapeParameter::kClassId)}, {Attr_MainNumber, 1}});
+    }
+    unsigned SizeOf() const override { return sizeof(SVGLoader); }
+
+    bool ChecksRequests() const override { return false; }
+    SourceFile FileToRead(Request const& request) const override { return {PathOf(request), false}; }
+
+    void Process(Request* request) override
+    {
+        std::string const path = PathOf(*request);
+        if (path.empty()) return request->Fail(Name() + ".Filename is empty: name an SVG file");
+        auto const fail = [&](Problem problem) {
+            problem.file = path;
+            request->FailFile(Name() + ": " + problem.Format());
+        };
+        std::error_code error;
+        auto const size = std::filesystem::file_size(path, error);
+        if (error) return fail({.text = error.message()});
+        if (size > kLargest) return fail({.text = "larger than 64 MB"});
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        SvgShapes shapes = ReadSvg(text.str());
+        if (shapes.problem) return fail(*shapes.problem);
+        if (NumberOf(*request, flatten) > 0.5)
+            shapes.group.reset(shapes.group->FlattenOf(static_cast<int>(NumberOf(*request, precision))));
+        output->Set(request, new KShapeParameter(shapes.group.release(), false), nullptr);
+    }
+
+private:
+    std::string PathOf(Request const& request) const
+    {
+        auto const* text = dynamic_cast<Text const*>(request.InputData(*filename, 0));
+        return text && !text->value.empty() ? ResolvePath(Document(), text->value) : "";
+    }
+
+    Input *filename, *flatten, *precision;
+    Output* output;
+};
+
+Registry const svgLoaderRegistry(ClassRegistry(), "SVGLoader",
+                                 BuiltinTags<SVGLoader>("SVGLoader", "Reads the shapes of an SVG file"));
+
+} // namespace
+
+} // namespace ombrelune
