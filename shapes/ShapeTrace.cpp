@@ -35,20 +35,21 @@ private:
         auto const fill = [&](auto fixed) {
             ParallelFor(image.Height(), [&](int y) {
                 potrace_word* const line = Line(y);
-                VisitRow<Record>(
-                    y,
-                    [&](int width, auto in) {
-                        potrace_word word = 0; // leftmost pixel highest
-                        for (int x = 0; x < width; ++x) {
-                            Record pixel;
-                            pixel >>= in;
-                            word = word << 1 | (PixelGetChannel(pixel, fixed) > threshold ? 1U : 0U);
-                            if ((x + 1) % kWordBits == 0) line[x / kWordBits] = word;
-                        }
-                        if (int const rest = width % kWordBits)
-                            line[width / kWordBits] = word << (kWordBits - rest);
-                    },
-                    image.FImage());
+                auto const row = [&](int width, auto in) {
+                    potrace_word word = 0; // leftmost pixel highest
+                    for (int x = 0; x < width; ++x) {
+                        Record pixel;
+                        pixel >>= in;
+                        word = word << 1 | (PixelGetChannel(pixel, fixed) > threshold ? 1U : 0U);
+                        if ((x + 1) % kWordBits == 0) line[x / kWordBits] = word;
+                    }
+                    if (int const rest = width % kWordBits)
+                        line[width / kWordBits] = word << (kWordBits - rest);
+                };
+                Image* const picture = image.FImage();
+                if (picture->IsPlain() && picture->Depth() == kDepthInt8)
+                    row(picture->Width(), PlainPixPtr<std::uint8_t>(picture, 0, y));
+                else VisitRow<Record>(y, row, picture);
             });
         };
         switch (channel) {

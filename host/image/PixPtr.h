@@ -116,7 +116,8 @@ constexpr PixelLayout kPlainLayout =
     std::is_same_v<Record, Pixel> ? PixelLayout::kPlainInt16 : PixelLayout::kPlainFloat;
 
 /// Cursor on a plain picture whose stored words are the record's own kind, known at compile time so that a
-/// row loop becomes loads and stores: std::uint16_t with Pixel, float with FltPixel.
+/// row loop becomes loads and stores: std::uint16_t with Pixel, float with FltPixel. Pictures of std::uint8_t
+/// can be read as Pixel.
 template <class Stored> class PlainPixPtr {
 public:
     PlainPixPtr(Image* image, int x, int y) : words_(reinterpret_cast<Stored*>(image->MainRow(y)) + 4 * x) {}
@@ -124,10 +125,13 @@ public:
     template <class Word> void GetPixel(PixelRecord<Word>& record) const
     {
         if constexpr (std::is_same_v<Stored, float>) Store(LoadFloat4(words_), record.word);
+        else if constexpr (std::is_same_v<Stored, std::uint8_t>)
+            for (int i = 0; i < 4; ++i) record.word[i] = words_[i] * 257U;
         else Store(LoadUInt4(words_), record.word);
         record.DropAux();
     }
-    template <class Word> void SetPixel(PixelRecord<Word> const& record)
+    template <class Word>
+    void SetPixel(PixelRecord<Word> const& record) requires(!std::is_same_v<Stored, std::uint8_t>)
     {
         if constexpr (std::is_same_v<Stored, float>) Store(LoadFloat4(record.word), words_);
         else Store(LoadUInt4(record.word), words_);

@@ -185,6 +185,17 @@ TEST(Svg, MistakesNameTheirLine)
     }
 }
 
+// Found by fuzzing: reads past the end, a class that names itself, an arc without an angle.
+TEST(Svg, HostileStylesAndArcsEnd)
+{
+    for (char const* body :
+         {"<path fill='url(#end' d='M0 0H9V9Z'/>", "<path d='M0 0A1 1 0 1 0 1e39 2H3'/>",
+          "<style>.a {class:a} .b, .c </style><path class='a' d='M0 0H9'/><path class='b' d='M0 0H9'/>"}) {
+        SvgShapes const shapes = ReadSvg(Document(body));
+        EXPECT_NE(shapes.problem.has_value(), shapes.group != nullptr) << body;
+    }
+}
+
 TEST(Svg, APointThatIsNowhereIsNotWritten)
 {
     for (float far : {std::nanf(""), 1e7F, -INFINITY}) {
