@@ -1,6 +1,7 @@
 #include "image/ScanToImage.h"
 
 #include <array>
+#include <type_traits>
 
 #include "image/KImage.h"
 #include "image/PlaneSampling.h"
@@ -110,10 +111,13 @@ private:
         std::uint8_t const* const bytes = data_.mask->Row(y - box.y);
         VisitRuns(bytes, box.width, [&](int first, int end) {
             int const x = box.x + first, imageX = data_.target.x + x;
+            auto const draw = [&](auto cursor) { DrawRun(cursor, bytes + first, end - first, x, y); };
             if (image->Layout() == kPlainLayout<Record>)
-                DrawRun(PlainPixPtr<StoredWord<Record>>(image, imageX, imageY), bytes + first, end - first, x,
-                        y);
-            else DrawRun(PixPtr(image, imageX, imageY), bytes + first, end - first, x, y);
+                return draw(PlainPixPtr<StoredWord<Record>>(image, imageX, imageY));
+            if constexpr (std::is_same_v<Record, Pixel>)
+                if (image->IsPlain() && image->Depth() == kDepthInt8)
+                    return draw(PlainPixPtr<std::uint8_t>(image, imageX, imageY));
+            draw(PixPtr(image, imageX, imageY));
         });
     }
 
@@ -123,6 +127,14 @@ private:
         Record color = color_, pixel;
         pixel.DropAux();
         for (int i = 0; i < count; ++i) {
+            if constexpr (kMerge && !kBitmap && !std::is_same_v<Cursor, PixPtr>) {
+                // What is covered wholly need not be read: over a large picture that is what takes the time.
+                if (bytes[i] == 255 && isOpaque_) {
+                    out >>= color;
+                    in.Skip();
+                    continue;
+                }
+            }
             if constexpr (kBitmap) color = ColorAt(x + i, y);
             Word const m = coverage_[bytes[i]];
             if constexpr (kMerge) {
@@ -157,6 +169,7 @@ private:
     ChannelStyle const& style_;
     KImagePixelRegion const region_;
     std::array<Word, 256> const coverage_;
+    bool const isOpaque_ = Rest(coverage_[255]) == 0; ///< full coverage leaves nothing of the old pixel
     KMatrix4 matrix_;
     Record color_;
 };

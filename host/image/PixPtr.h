@@ -2,6 +2,7 @@
 
 #include <type_traits>
 
+#include "host/image/ByteWord.h"
 #include "host/image/Image.h"
 #include "host/image/Vector4.h"
 
@@ -117,7 +118,7 @@ constexpr PixelLayout kPlainLayout =
 
 /// Cursor on a plain picture whose stored words are the record's own kind, known at compile time so that a
 /// row loop becomes loads and stores: std::uint16_t with Pixel, float with FltPixel. Pictures of std::uint8_t
-/// can be read as Pixel.
+/// are worked as Pixel too.
 template <class Stored> class PlainPixPtr {
 public:
     PlainPixPtr(Image* image, int x, int y) : words_(reinterpret_cast<Stored*>(image->MainRow(y)) + 4 * x) {}
@@ -126,16 +127,18 @@ public:
     {
         if constexpr (std::is_same_v<Stored, float>) Store(LoadFloat4(words_), record.word);
         else if constexpr (std::is_same_v<Stored, std::uint8_t>)
-            for (int i = 0; i < 4; ++i) record.word[i] = words_[i] * 257U;
+            for (int i = 0; i < 4; ++i) record.word[i] = IntFromByte(words_[i]);
         else Store(LoadUInt4(words_), record.word);
         record.DropAux();
     }
-    template <class Word>
-    void SetPixel(PixelRecord<Word> const& record) requires(!std::is_same_v<Stored, std::uint8_t>)
+    template <class Word> void SetPixel(PixelRecord<Word> const& record)
     {
         if constexpr (std::is_same_v<Stored, float>) Store(LoadFloat4(record.word), words_);
+        else if constexpr (std::is_same_v<Stored, std::uint8_t>)
+            for (int i = 0; i < 4; ++i) words_[i] = ByteFromInt(record.word[i]);
         else Store(LoadUInt4(record.word), words_);
     }
+    void Skip() { words_ += 4; }
     template <class Word> friend void operator>>=(PixelRecord<Word>& record, PlainPixPtr& cursor)
     {
         cursor.GetPixel(record);

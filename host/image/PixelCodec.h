@@ -5,6 +5,8 @@
 
 #include <Imath/half.h>
 
+#include "host/image/ByteWord.h"
+
 namespace ombrelune {
 
 /// What a stored word is worth as a record word and back. Integers are presented as 0 to 65535 and floats as
@@ -19,12 +21,9 @@ inline std::uint32_t IntFromFloat(float value)
 }
 
 template <> struct PixelCodec<std::uint8_t> {
-    static std::uint32_t ToInt(std::uint8_t s) { return s * 257U; }
+    static std::uint32_t ToInt(std::uint8_t s) { return IntFromByte(s); }
     static float ToFloat(std::uint8_t s) { return static_cast<float>(s) / 255.0F; }
-    static std::uint8_t FromInt(std::uint32_t v)
-    {
-        return static_cast<std::uint8_t>((std::min(v, 65535U) + 128U) / 257U);
-    }
+    static std::uint8_t FromInt(std::uint32_t v) { return ByteFromInt(v); }
     static std::uint8_t FromFloat(float v)
     {
         return v > 0.0F ? static_cast<std::uint8_t>(std::min(v, 1.0F) * 255.0F + 0.5F) : std::uint8_t{0};
