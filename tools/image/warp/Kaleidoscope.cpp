@@ -142,7 +142,7 @@ private:
 
     KMatrix3 rotation60, rotation120;
     float side = 0.0F, rise = 0.0F; // of a triangle
-    float cosine = 0.0F;              // of 30 degrees
+    float cosine = 0.0F;            // of 30 degrees
     float view = 0.0F;
     bool isTiled = false;
     KMatrix3 input, output;

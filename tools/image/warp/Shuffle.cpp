@@ -67,13 +67,16 @@ private:
     static constexpr int kMostTiles = 4096;      // to a side
     static constexpr float kMostMoves = 1048576; // beyond which nobody waits
 
-    int Moves() const { return static_cast<int>(std::ceil(std::clamp(amount, 0.0F, kMostMoves))); }
+    int Moves() const
+    {
+        return amount > 0.0F ? static_cast<int>(std::ceil(std::min(amount, kMostMoves))) : 0;
+    }
 
     /// Column or row of a place. The last pixel lies at exactly 1, and maps and cell edges reach beyond.
     static int Index(float place, int count)
     {
-        return static_cast<int>(
-            std::clamp(place * static_cast<float>(count), 0.0F, static_cast<float>(count - 1)));
+        auto const last = static_cast<float>(count - 1);
+        return static_cast<int>(std::min(std::max(0.0F, place * static_cast<float>(count)), last));
     }
 
     void Slide()

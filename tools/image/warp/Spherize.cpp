@@ -1,5 +1,6 @@
 // Spherize: bulges or pinches the picture within a band, a circle or a rectangle.
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -49,6 +50,7 @@ public:
     bool Init(KImage* source) override
     {
         halfSize = size * 0.5F;
+        steps = std::min(iterations, 100); // by then nothing changes any more
         amount = {deformation, locksAxes ? deformation : deformationVertical};
         return KEffectWarp::Init(source) && (amount.x != 0.0F || amount.y != 0.0F);
     }
@@ -85,7 +87,7 @@ private:
     float Curve(float t) const
     {
         float w = t;
-        for (int i = 0; i < iterations; ++i) {
+        for (int i = 0; i < steps; ++i) {
             switch (algorithm) {
             case 0: w = 1.0F - std::sqrt(1.0F - w * w); break;
             case 1: w *= t; break;
@@ -98,6 +100,7 @@ private:
     static float Factor(float w, float deformation) { return 1.0F - deformation + deformation * w; }
 
     float halfSize = 0.0F;
+    int steps = 0;
     KVector2 amount;
 };
 
