@@ -5,6 +5,7 @@
 #include "framework/RowForms.h"
 #include "host/image/PixPtr.h"
 #include "host/image/Sampler.h"
+#include "image/PixelMath.h"
 
 namespace ombrelune {
 
@@ -70,14 +71,21 @@ void KProcessImageInverse::MapRow(int row)
     }
 }
 
-KVector2 KProcessImageInverse::MapAt(int x, int y) const
+void KProcessImageInverse::MapRun(int x, int y, int count, KVector2* places) const
 {
     int const u = data.underSample;
-    float const fx = static_cast<float>(x % u) / static_cast<float>(u);
-    float const fy = static_cast<float>(y % u) / static_cast<float>(u);
-    KVector2 const* const low = map.data() + static_cast<std::ptrdiff_t>(y / u) * mapWidth + x / u;
-    KVector2 const* const high = low + mapWidth;
-    return (1.0F - fx) * ((1.0F - fy) * low[0] + fy * high[0]) + fx * ((1.0F - fy) * low[1] + fy * high[1]);
+    auto const cell = static_cast<float>(u);
+    float const fy = static_cast<float>(y % u) / cell;
+    KVector2 const* const low = map.data() + static_cast<std::ptrdiff_t>(y / u) * mapWidth;
+    auto const at = [&](int c) { return (1.0F - fy) * low[c] + fy * low[c + mapWidth]; };
+    for (int i = 0, c = x / u, first = x % u; i < count; ++c, first = 0) {
+        KVector2 const left = at(c), right = at(c + 1);
+        int const last = std::min(u, first + count - i);
+        for (int inCell = first; inCell < last; ++inCell) {
+            float const fx = static_cast<float>(inCell) / cell;
+            places[i++] = (1.0F - fx) * left + fx * right;
+        }
+    }
 }
 
 void KProcessImageInverse::MaskRun(int x, int y, int count, unsigned* alphas) const
@@ -110,9 +118,9 @@ void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, O
     unsigned alphas[kRun];
     MaskRun(x, y, count, alphas);
     if (IsMapped()) {
+        MapRun(x, y, count, places);
         for (int i = 0; i < count; ++i) {
             origins[i] = alphas[i] == 0 ? Origin::kCopy : Origin::kSample;
-            places[i] = MapAt(x + i, y);
             if (alphas[i] == 0 || alphas[i] >= 65535) continue;
             float const t = static_cast<float>(alphas[i] / 65535.0);
             places[i] =
@@ -145,7 +153,12 @@ void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, O
 
 KProcessImageInverse::Edge KProcessImageInverse::FirstEdge(int y) const
 {
-    if (IsMapped()) return {MapAt(0, y), MapAt(0, y + 1)};
+    if (IsMapped()) {
+        Edge edge;
+        MapRun(0, y, 1, &edge.top);
+        MapRun(0, y + 1, 1, &edge.bottom);
+        return edge;
+    }
     auto const top = static_cast<float>(y) - 0.5F, bottom = static_cast<float>(y) + 0.5F;
     KVector2 const places[2] = {Normalised(-0.5F, top), Normalised(-0.5F, bottom)};
     KVector2 sources[2];
@@ -166,7 +179,10 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
     KVector2 asked[2 * kRun], sources[2 * kRun];
     bool found[2 * kRun];
     int askedCount = 0;
-    if (!IsMapped()) {
+    if (IsMapped()) {
+        MapRun(x + 1, y, count, sources);
+        MapRun(x + 1, y + 1, count, sources + kRun);
+    } else {
         for (int i = 0; i < count; ++i) {
             if (alphas[i] == 0) continue;
             asked[askedCount++] = Normalised(static_cast<float>(x + i) + reach, top);
@@ -185,7 +201,7 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
         bool hasSource = true;
         Edge moved;
         if (IsMapped()) {
-            moved = {MapAt(x + i + 1, y), MapAt(x + i + 1, y + 1)};
+            moved = {sources[i], sources[kRun + i]};
         } else {
             hasSource = found[a] && found[a + 1];
             moved = {InPixels(sources[a]), InPixels(sources[a + 1])};
@@ -205,17 +221,19 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
 template <class Record> void KProcessImageInverse::SampleRow(int y)
 {
     if (data.filtering == 0)
-        return SampleRow<Record>(y, [this](KVector2 const& place, Record& pixel) {
-            source->GetSample(static_cast<int>(place.x), static_cast<int>(place.y), pixel, data.edges);
+        return SampleRow<Record>(y, [this](KVector2 const* places, int i, int, Record& pixel) {
+            source->GetSample(TruncateToInt(places[i].x), TruncateToInt(places[i].y), pixel, data.edges);
         });
     WithSampler<Record>(*source->FImage(), data.edges, [&](auto const& sampler) {
-        SampleRow<Record>(y, [&](KVector2 const& place, Record& pixel) {
-            sampler(ToFixed16(place.x), ToFixed16(place.y), pixel);
+        SampleRow<Record>(y, [&](KVector2 const* places, int i, int count, Record& pixel) {
+            KVector2 const& ahead = places[std::min(i + kAhead, count - 1)];
+            sampler.Prefetch(ToFixed16(ahead.x), ToFixed16(ahead.y));
+            sampler(ToFixed16(places[i].x), ToFixed16(places[i].y), pixel);
         });
     });
 }
 
-/// @param sample  callable as sample(place in pixels, record)
+/// @param sample  callable as sample(places of the run in pixels, number in it, length of the run, record)
 template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y, Sample const& sample)
 {
     auto const loop = [&](auto out) {
@@ -229,7 +247,7 @@ template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y
                 switch (origins[i]) {
                 case Origin::kNothing: pixel.Clear(); break;
                 case Origin::kCopy: source->GetPixel(x + i, y, pixel); break;
-                case Origin::kSample: sample(places[i], pixel); break;
+                case Origin::kSample: sample(places, i, count, pixel); break;
                 }
                 out >>= pixel;
             }

@@ -21,6 +21,7 @@ public:
 
 private:
     static constexpr int kRun = 128;
+    static constexpr int kAhead = 24; ///< places between asking for pixels and using them
 
     /// Where an output pixel comes from.
     enum class Origin : unsigned char {
@@ -40,8 +41,8 @@ private:
     void MaskRun(int x, int y, int count, unsigned* alphas) const;
 
     void MapRow(int row);
-    /// The map between its nodes, at a place in whole pixels.
-    KVector2 MapAt(int x, int y) const;
+    /// The map between its nodes, for a run of whole pixels.
+    void MapRun(int x, int y, int count, KVector2* places) const;
 
     void PlaceRun(int x, int y, int count, KVector2* places, Origin* origins) const;
     void EdgeRun(int x, int y, int count, Edge* edges, Origin* origins) const;

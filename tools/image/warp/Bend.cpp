@@ -108,7 +108,7 @@ public:
             p = {a / span + 0.5F, (distance - inner) / spanHeight};
             if (isFlipped) p.y = pictureHeight - p.y;
         }
-        source = toSource * p;
+        source = AffineProduct(toSource, p);
         return true;
     }
 

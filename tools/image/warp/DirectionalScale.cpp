@@ -41,7 +41,7 @@ public:
     bool F(KVector2& source, KVector2 const& destination) override
     {
         bool const isUnchanged = !scalesAll && (destination - center) * axis <= 0.0F;
-        source = isUnchanged ? destination : matrix * destination;
+        source = isUnchanged ? destination : AffineProduct(matrix, destination);
         return true;
     }
 

@@ -23,7 +23,7 @@ public:
 
     bool F(KVector2& source, KVector2 const& destination) override
     {
-        source = matrix * destination;
+        source = AffineProduct(matrix, destination);
         return true;
     }
 

@@ -10,22 +10,30 @@ namespace ombrelune {
 
 namespace {
 
-/// Brings v into 0 to size by whole steps.
-/// @return  how many sizes below v that is, a whole number
-float Fold(float& v, float size)
-{
-    float const count = std::floor(v / size);
-    v -= count * size;
-    return count;
-}
+/// A length to fold by; its inverse stands by, since divisions are what a fold would cost.
+struct Part {
+    float size = 0.0F, inverse = 0.0F;
+
+    Part() = default;
+    explicit Part(float s) : size(s), inverse(1.0F / s) {}
+
+    /// Brings v into 0 to size by whole steps.
+    /// @return  how many sizes below v that is, a whole number
+    float Fold(float& v) const
+    {
+        float const count = std::floor(v * inverse);
+        v -= count * size;
+        return count;
+    }
+};
 
 bool IsOdd(float count) { return count - 2.0F * std::floor(count * 0.5F) == 1.0F; }
 
 /// Folds, with every other part mirrored on request.
-float Folded(float v, float size, bool pingPong)
+float Folded(float v, Part const& part, bool pingPong)
 {
-    float const count = Fold(v, size);
-    return pingPong && IsOdd(count) ? size - v : v;
+    float const count = part.Fold(v);
+    return pingPong && IsOdd(count) ? part.size - v : v;
 }
 
 } // namespace
@@ -68,11 +76,10 @@ public:
 
     bool Init(KImage* source) override
     {
-        side = std::abs(radius);
-        view = std::abs(viewAngle);
-        isTiled = side > 0.0F;
-        cosine = std::cos(kPi / 6.0F);
-        rise = side * cosine;
+        side = Part(std::abs(radius));
+        view = Part(std::abs(viewAngle));
+        isTiled = side.size > 0.0F;
+        rise = Part(side.size * kCosine);
         input = KMatrix3().Move(-center.x, -center.y).Rotate(-angle);
         if (size > 0.0F) input.Scale(1.0F / size);
         output = KMatrix3();
@@ -84,10 +91,10 @@ public:
 
     bool F(KVector2& source, KVector2 const& destination) override
     {
-        KVector2 p = input * destination;
+        KVector2 p = AffineProduct(input, destination);
         if (type == 1) p = Fancy(p);
         else if (isTiled) p = Classic(p);
-        source = output * p;
+        source = AffineProduct(output, p);
         return true;
     }
 
@@ -105,45 +112,44 @@ private:
     /// The place in the triangle (0, 0), (side, 0), (side / 2, rise) that shows at p.
     KVector2 Classic(KVector2 p) const
     {
-        if (IsOdd(Fold(p.y, rise))) p.y = rise - p.y;
+        if (IsOdd(rise.Fold(p.y))) p.y = rise.size - p.y;
         // A row of rhombs, made upright; each is a triangle and its mirror image, turned on from the one
         // before. Going one to the right turns back, hence the sign.
-        float const slant = p.y / cosine / 2.0F;
+        float const slant = p.y * (0.5F / kCosine);
         p.x -= slant;
-        float const k = -Fold(p.x, side);
-        float const m = k - 3.0F * std::floor(k / 3.0F);
-        bool const isUp = (side - p.x) * cosine < p.y;
+        float const k = -side.Fold(p.x);
+        float const m = k - 3.0F * std::floor((k + 0.5F) * (1.0F / 3.0F));
+        bool const isUp = (side.size - p.x) * kCosine < p.y;
         p.x += slant;
 
         if (m == 0.0F) {
             if (!isUp) return p;
-            p = rotation60 * KVector2(p.x - side, p.y);
-            return {side - p.x, p.y};
+            p = AffineProduct(rotation60, {p.x - side.size, p.y});
+            return {side.size - p.x, p.y};
         }
         if (m == 1.0F) {
-            p = rotation120 * KVector2(p.x - side, p.y);
+            p = AffineProduct(rotation120, {p.x - side.size, p.y});
             return {p.x, isUp ? -p.y : p.y};
         }
-        if (isUp) return {p.x - side / 2.0F, rise - p.y};
-        p = rotation60 * p;
-        return {side - p.x, -p.y};
+        if (isUp) return {p.x - side.size / 2.0F, rise.size - p.y};
+        p = AffineProduct(rotation60, p);
+        return {side.size - p.x, -p.y};
     }
 
     KVector2 Fancy(KVector2 const& p) const
     {
         float length;
         float a = p.AngleLength(length);
-        a = view > 0.0F ? Folded(a, view, anglePingPong) : 0.0F;
+        a = view.size > 0.0F ? Folded(a, view, anglePingPong) : 0.0F;
         if (isTiled) length = Folded(length, side, radiusPingPong);
         return {length * std::cos(a), length * std::sin(a)};
     }
 
-    static constexpr float kPi = 3.14159265F;
+    static constexpr float kCosine = 0.8660254F; // of 30 degrees
 
     KMatrix3 rotation60, rotation120;
-    float side = 0.0F, rise = 0.0F; // of a triangle
-    float cosine = 0.0F;            // of 30 degrees
-    float view = 0.0F;
+    Part side, rise; // base and height of a triangle
+    Part view;
     bool isTiled = false;
     KMatrix3 input, output;
 };

@@ -32,7 +32,7 @@ public:
     bool F(KVector2& source, KVector2 const& destination) override
     {
         bool const isUnchanged = !mirrorsAll && (destination - left) * normal <= 0.0F;
-        source = isUnchanged ? destination : matrix * destination;
+        source = isUnchanged ? destination : AffineProduct(matrix, destination);
         return true;
     }
 

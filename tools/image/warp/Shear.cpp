@@ -49,7 +49,7 @@ public:
     bool F(KVector2& source, KVector2 const& destination) override
     {
         bool const isBefore = !shearsAll && (destination - pivot - center) * axis <= 0.0F;
-        source = isBefore ? destination - center : beyond * destination;
+        source = isBefore ? destination - center : AffineProduct(beyond, destination);
         return true;
     }
 

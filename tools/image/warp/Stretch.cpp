@@ -43,7 +43,7 @@ public:
         // Without a length to measure by t is not a number, and all goes with the end.
         float const t = (destination - start) * axis;
         KMatrix3 const& part = t < 0.0F ? before : t <= 1.0F ? middle : after;
-        source = part * destination;
+        source = AffineProduct(part, destination);
         return true;
     }
 
