@@ -21,6 +21,50 @@ template <class Record, class Body> void WithSampler(Image const& image, int edg
     }
 }
 
+/// The pixels at a run of places, truncated to whole ones.
+template <class Record> class NearestSamples {
+public:
+    NearestSamples(KImage const& image, int edges) : image_(image), edges_(edges) {}
+    void Take(KVector2 const* places, int) { places_ = places; }
+    void Get(int i, Record& pixel) const
+    {
+        image_.GetSample(TruncateToInt(places_[i].x), TruncateToInt(places_[i].y), pixel, edges_);
+    }
+
+private:
+    KImage const& image_;
+    int edges_;
+    KVector2 const* places_ = nullptr;
+};
+
+/// Bilinear samples at a run of places. Each asks for the pixels of a later one, which are far away where the
+/// picture is turned: waiting for memory would cost more than all else.
+template <class Sampler> class BilinearSamples {
+public:
+    explicit BilinearSamples(Sampler const& sampler) : sampler_(sampler) {}
+    void Take(KVector2 const* places, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            x_[i] = ToFixed16(places[i].x);
+            y_[i] = ToFixed16(places[i].y);
+        }
+        last_ = count - 1;
+    }
+    template <class Record> void Get(int i, Record& pixel) const
+    {
+        int const ahead = std::min(i + kAhead, last_);
+        sampler_.Prefetch(x_[ahead], y_[ahead]);
+        sampler_(x_[i], y_[i], pixel);
+    }
+
+private:
+    static constexpr int kAhead = 24;
+
+    Sampler const& sampler_;
+    int x_[KProcessImageInverse::kRun], y_[KProcessImageInverse::kRun];
+    int last_ = 0;
+};
+
 } // namespace
 
 KProcessImageInverse::KProcessImageInverse(KImage* newSource, KImage** newDestination,
@@ -220,21 +264,13 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
 
 template <class Record> void KProcessImageInverse::SampleRow(int y)
 {
-    if (data.filtering == 0)
-        return SampleRow<Record>(y, [this](KVector2 const* places, int i, int, Record& pixel) {
-            source->GetSample(TruncateToInt(places[i].x), TruncateToInt(places[i].y), pixel, data.edges);
-        });
-    WithSampler<Record>(*source->FImage(), data.edges, [&](auto const& sampler) {
-        SampleRow<Record>(y, [&](KVector2 const* places, int i, int count, Record& pixel) {
-            KVector2 const& ahead = places[std::min(i + kAhead, count - 1)];
-            sampler.Prefetch(ToFixed16(ahead.x), ToFixed16(ahead.y));
-            sampler(ToFixed16(places[i].x), ToFixed16(places[i].y), pixel);
-        });
-    });
+    if (data.filtering == 0) return SampleRow<Record>(y, NearestSamples<Record>(*source, data.edges));
+    WithSampler<Record>(*source->FImage(), data.edges,
+                        [&](auto const& sampler) { SampleRow<Record>(y, BilinearSamples(sampler)); });
 }
 
-/// @param sample  callable as sample(places of the run in pixels, number in it, length of the run, record)
-template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y, Sample const& sample)
+/// @param samples  takes the places of a run in pixels, then gives the record of each
+template <class Record, class Samples> void KProcessImageInverse::SampleRow(int y, Samples samples)
 {
     auto const loop = [&](auto out) {
         KVector2 places[kRun];
@@ -243,11 +279,12 @@ template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y
         for (int x = 0; x < width; x += kRun) {
             int const count = std::min(kRun, width - x);
             PlaceRun(x, y, count, places, origins);
+            samples.Take(places, count);
             for (int i = 0; i < count; ++i) {
                 switch (origins[i]) {
                 case Origin::kNothing: pixel.Clear(); break;
                 case Origin::kCopy: source->GetPixel(x + i, y, pixel); break;
-                case Origin::kSample: sample(places, i, count, pixel); break;
+                case Origin::kSample: samples.Get(i, pixel); break;
                 }
                 out >>= pixel;
             }

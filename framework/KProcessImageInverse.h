@@ -19,10 +19,9 @@ public:
     int GetThreadCount(int step) override { return IsMapped() && step == 0 ? mapHeight : height; }
     void DoThread(int chunk, int step) override;
 
-private:
-    static constexpr int kRun = 128;
-    static constexpr int kAhead = 24; ///< places between asking for pixels and using them
+    static constexpr int kRun = 128; ///< places that are asked for at once
 
+private:
     /// Where an output pixel comes from.
     enum class Origin : unsigned char {
         kNothing, ///< no source: all zeros
@@ -49,7 +48,7 @@ private:
     Edge FirstEdge(int y) const;
 
     template <class Record> void SampleRow(int y);
-    template <class Record, class Sample> void SampleRow(int y, Sample const& sample);
+    template <class Record, class Samples> void SampleRow(int y, Samples samples);
     template <class Record> void AreaRow(int y);
 
     float scaleX = 1.0F, scaleY = 1.0F; ///< pixels of a normalised 1
