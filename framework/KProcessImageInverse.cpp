@@ -5,6 +5,7 @@
 #include "framework/RowForms.h"
 #include "host/image/PixPtr.h"
 #include "host/image/Sampler.h"
+#include "image/PixelMath.h"
 
 namespace ombrelune {
 
@@ -19,6 +20,50 @@ template <class Record, class Body> void WithSampler(Image const& image, int edg
     default: return body(BilinearSampler<Record, kEdgeBlack>(image));
     }
 }
+
+/// The pixels at a run of places, truncated to whole ones.
+template <class Record> class NearestSamples {
+public:
+    NearestSamples(KImage const& image, int edges) : image_(image), edges_(edges) {}
+    void Take(KVector2 const* places, int) { places_ = places; }
+    void Get(int i, Record& pixel) const
+    {
+        image_.GetSample(TruncateToInt(places_[i].x), TruncateToInt(places_[i].y), pixel, edges_);
+    }
+
+private:
+    KImage const& image_;
+    int edges_;
+    KVector2 const* places_ = nullptr;
+};
+
+/// Bilinear samples at a run of places. Each asks for the pixels of a later one, which are far away where the
+/// picture is turned: waiting for memory would cost more than all else.
+template <class Sampler> class BilinearSamples {
+public:
+    explicit BilinearSamples(Sampler const& sampler) : sampler_(sampler) {}
+    void Take(KVector2 const* places, int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            x_[i] = ToFixed16(places[i].x);
+            y_[i] = ToFixed16(places[i].y);
+        }
+        last_ = count - 1;
+    }
+    template <class Record> void Get(int i, Record& pixel) const
+    {
+        int const ahead = std::min(i + kAhead, last_);
+        sampler_.Prefetch(x_[ahead], y_[ahead]);
+        sampler_(x_[i], y_[i], pixel);
+    }
+
+private:
+    static constexpr int kAhead = 24;
+
+    Sampler const& sampler_;
+    int x_[KProcessImageInverse::kRun], y_[KProcessImageInverse::kRun];
+    int last_ = 0;
+};
 
 } // namespace
 
@@ -70,14 +115,21 @@ void KProcessImageInverse::MapRow(int row)
     }
 }
 
-KVector2 KProcessImageInverse::MapAt(int x, int y) const
+void KProcessImageInverse::MapRun(int x, int y, int count, KVector2* places) const
 {
     int const u = data.underSample;
-    float const fx = static_cast<float>(x % u) / static_cast<float>(u);
-    float const fy = static_cast<float>(y % u) / static_cast<float>(u);
-    KVector2 const* const low = map.data() + static_cast<std::ptrdiff_t>(y / u) * mapWidth + x / u;
-    KVector2 const* const high = low + mapWidth;
-    return (1.0F - fx) * ((1.0F - fy) * low[0] + fy * high[0]) + fx * ((1.0F - fy) * low[1] + fy * high[1]);
+    auto const cell = static_cast<float>(u);
+    float const fy = static_cast<float>(y % u) / cell;
+    KVector2 const* const low = map.data() + static_cast<std::ptrdiff_t>(y / u) * mapWidth;
+    auto const at = [&](int c) { return (1.0F - fy) * low[c] + fy * low[c + mapWidth]; };
+    for (int i = 0, c = x / u, first = x % u; i < count; ++c, first = 0) {
+        KVector2 const left = at(c), right = at(c + 1);
+        int const last = std::min(u, first + count - i);
+        for (int inCell = first; inCell < last; ++inCell) {
+            float const fx = static_cast<float>(inCell) / cell;
+            places[i++] = (1.0F - fx) * left + fx * right;
+        }
+    }
 }
 
 void KProcessImageInverse::MaskRun(int x, int y, int count, unsigned* alphas) const
@@ -110,9 +162,9 @@ void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, O
     unsigned alphas[kRun];
     MaskRun(x, y, count, alphas);
     if (IsMapped()) {
+        MapRun(x, y, count, places);
         for (int i = 0; i < count; ++i) {
             origins[i] = alphas[i] == 0 ? Origin::kCopy : Origin::kSample;
-            places[i] = MapAt(x + i, y);
             if (alphas[i] == 0 || alphas[i] >= 65535) continue;
             float const t = static_cast<float>(alphas[i] / 65535.0);
             places[i] =
@@ -145,7 +197,12 @@ void KProcessImageInverse::PlaceRun(int x, int y, int count, KVector2* places, O
 
 KProcessImageInverse::Edge KProcessImageInverse::FirstEdge(int y) const
 {
-    if (IsMapped()) return {MapAt(0, y), MapAt(0, y + 1)};
+    if (IsMapped()) {
+        Edge edge;
+        MapRun(0, y, 1, &edge.top);
+        MapRun(0, y + 1, 1, &edge.bottom);
+        return edge;
+    }
     auto const top = static_cast<float>(y) - 0.5F, bottom = static_cast<float>(y) + 0.5F;
     KVector2 const places[2] = {Normalised(-0.5F, top), Normalised(-0.5F, bottom)};
     KVector2 sources[2];
@@ -166,7 +223,10 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
     KVector2 asked[2 * kRun], sources[2 * kRun];
     bool found[2 * kRun];
     int askedCount = 0;
-    if (!IsMapped()) {
+    if (IsMapped()) {
+        MapRun(x + 1, y, count, sources);
+        MapRun(x + 1, y + 1, count, sources + kRun);
+    } else {
         for (int i = 0; i < count; ++i) {
             if (alphas[i] == 0) continue;
             asked[askedCount++] = Normalised(static_cast<float>(x + i) + reach, top);
@@ -185,7 +245,7 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
         bool hasSource = true;
         Edge moved;
         if (IsMapped()) {
-            moved = {MapAt(x + i + 1, y), MapAt(x + i + 1, y + 1)};
+            moved = {sources[i], sources[kRun + i]};
         } else {
             hasSource = found[a] && found[a + 1];
             moved = {InPixels(sources[a]), InPixels(sources[a + 1])};
@@ -204,19 +264,13 @@ void KProcessImageInverse::EdgeRun(int x, int y, int count, Edge* edges, Origin*
 
 template <class Record> void KProcessImageInverse::SampleRow(int y)
 {
-    if (data.filtering == 0)
-        return SampleRow<Record>(y, [this](KVector2 const& place, Record& pixel) {
-            source->GetSample(static_cast<int>(place.x), static_cast<int>(place.y), pixel, data.edges);
-        });
-    WithSampler<Record>(*source->FImage(), data.edges, [&](auto const& sampler) {
-        SampleRow<Record>(y, [&](KVector2 const& place, Record& pixel) {
-            sampler(ToFixed16(place.x), ToFixed16(place.y), pixel);
-        });
-    });
+    if (data.filtering == 0) return SampleRow<Record>(y, NearestSamples<Record>(*source, data.edges));
+    WithSampler<Record>(*source->FImage(), data.edges,
+                        [&](auto const& sampler) { SampleRow<Record>(y, BilinearSamples(sampler)); });
 }
 
-/// @param sample  callable as sample(place in pixels, record)
-template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y, Sample const& sample)
+/// @param samples  takes the places of a run in pixels, then gives the record of each
+template <class Record, class Samples> void KProcessImageInverse::SampleRow(int y, Samples samples)
 {
     auto const loop = [&](auto out) {
         KVector2 places[kRun];
@@ -225,11 +279,12 @@ template <class Record, class Sample> void KProcessImageInverse::SampleRow(int y
         for (int x = 0; x < width; x += kRun) {
             int const count = std::min(kRun, width - x);
             PlaceRun(x, y, count, places, origins);
+            samples.Take(places, count);
             for (int i = 0; i < count; ++i) {
                 switch (origins[i]) {
                 case Origin::kNothing: pixel.Clear(); break;
                 case Origin::kCopy: source->GetPixel(x + i, y, pixel); break;
-                case Origin::kSample: sample(places[i], pixel); break;
+                case Origin::kSample: samples.Get(i, pixel); break;
                 }
                 out >>= pixel;
             }

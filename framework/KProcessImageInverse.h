@@ -19,9 +19,9 @@ public:
     int GetThreadCount(int step) override { return IsMapped() && step == 0 ? mapHeight : height; }
     void DoThread(int chunk, int step) override;
 
-private:
-    static constexpr int kRun = 128;
+    static constexpr int kRun = 128; ///< places that are asked for at once
 
+private:
     /// Where an output pixel comes from.
     enum class Origin : unsigned char {
         kNothing, ///< no source: all zeros
@@ -40,15 +40,15 @@ private:
     void MaskRun(int x, int y, int count, unsigned* alphas) const;
 
     void MapRow(int row);
-    /// The map between its nodes, at a place in whole pixels.
-    KVector2 MapAt(int x, int y) const;
+    /// The map between its nodes, for a run of whole pixels.
+    void MapRun(int x, int y, int count, KVector2* places) const;
 
     void PlaceRun(int x, int y, int count, KVector2* places, Origin* origins) const;
     void EdgeRun(int x, int y, int count, Edge* edges, Origin* origins) const;
     Edge FirstEdge(int y) const;
 
     template <class Record> void SampleRow(int y);
-    template <class Record, class Sample> void SampleRow(int y, Sample const& sample);
+    template <class Record, class Samples> void SampleRow(int y, Samples samples);
     template <class Record> void AreaRow(int y);
 
     float scaleX = 1.0F, scaleY = 1.0F; ///< pixels of a normalised 1

@@ -62,6 +62,12 @@ inline KVector2 operator*(KMatrix3 const& m, KVector2 const& v)
     return w == 0.0F ? p : KVector2(p.x / w, p.y / w);
 }
 
+/// The product with a matrix without perspective, whose w' is 1: the same bytes without the divisions.
+inline KVector2 AffineProduct(KMatrix3 const& m, KVector2 const& v)
+{
+    return {v.x * m[0] + v.y * m[3] + m[6], v.x * m[1] + v.y * m[4] + m[7]};
+}
+
 /// The matrix acts on a column vector here, and here alone.
 inline KVector3 operator*(KMatrix3 const& m, KVector3 const& v)
 {

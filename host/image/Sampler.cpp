@@ -11,6 +11,13 @@ template <class Record, EdgeModes Edges>
 void BilinearSampler<Record, Edges>::Outer(int x, int y, Record& record) const
 {
     int const column = x >> 16, row = y >> 16;
+    if constexpr (Edges == kEdgeBlack) {
+        // All four neighbours lie outside; as often as not for pictures that are turned or made smaller.
+        if (column < -1 || column >= image_.Width() || row < -1 || row >= image_.Height()) {
+            for (auto& word : record.word) word = 0;
+            return;
+        }
+    }
     int const columns[2] = {EdgeIndex<Edges>(column, image_.Width()),
                             EdgeIndex<Edges>(column + 1, image_.Width())};
     int const rows[2] = {EdgeIndex<Edges>(row, image_.Height()), EdgeIndex<Edges>(row + 1, image_.Height())};

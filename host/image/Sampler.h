@@ -39,6 +39,18 @@ public:
         record.DropAux();
     }
 
+    /// Asks for the pixels of a place early, so that they come while others are worked on.
+    void Prefetch(int x, int y) const
+    {
+        int const column = x >> 16, row = y >> 16;
+        if (static_cast<unsigned>(column) >= innerWidth_ || static_cast<unsigned>(row) >= innerHeight_)
+            return;
+        std::byte const* const low =
+            base_ + row * stride_ + column * static_cast<std::ptrdiff_t>(4 * sizeof(Stored));
+        __builtin_prefetch(low);
+        __builtin_prefetch(low + stride_);
+    }
+
 private:
     /// Mean of two neighbouring pixels of each row by the fractions of the place. Integers go through floats,
     /// which hold every step to 1/60 of a value and a whole place exactly.
