@@ -1,0 +1,164 @@
+// Matte Cleaner: replaces channels that differ too much from their neighbours by the neighbours' mean, and
+// joins a hard matte with the soft edge of another.
+
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+
+#include "framework/Registration.h"
+
+namespace ombrelune {
+
+namespace {
+
+struct Offset {
+    int x, y;
+};
+
+// The three rings of neighbours.
+constexpr Offset kNeighbours[] = {{-1, 0},  {1, 0},   {0, -1}, {0, 1},  {-1, -1}, {1, 1}, {-1, 1},
+                                  {1, -1},  {-2, -1}, {-2, 0}, {-2, 1}, {2, -1},  {2, 0}, {2, 1},
+                                  {-1, -2}, {0, -2},  {1, -2}, {-1, 2}, {0, 2},   {1, 2}};
+constexpr int kFirstRing = 4, kSecondRing = 8, kThirdRing = 20;
+
+/// Mean of so many colours of 0 to 1, in a record's words.
+void SetMean(std::uint32_t& word, float sum, int count)
+{
+    word = static_cast<std::uint32_t>(static_cast<int>(sum * 65535.0 / count));
+}
+void SetMean(float& word, float sum, int count) { word = sum / static_cast<float>(count); }
+
+/// Integers truncate.
+template <class Word> Word Mixed(float part, Word a, float b)
+{
+    return static_cast<Word>(part * b + (1.0F - part) * static_cast<float>(a));
+}
+
+/// Alpha as a part of 1.
+float AlphaOf(Pixel const& p) { return static_cast<float>(p.alpha) / 65535.0F; }
+float AlphaOf(FltPixel const& p) { return p.alpha; }
+
+} // namespace
+
+class KEffectMatteCleaner : public KEffectPixel {
+public:
+    static char const* Name(KProcessNameType kind) { return NameOf(kind, "MCl", "Matte Cleaner"); }
+
+    KEffectMatteCleaner()
+    {
+        // clang-format off
+        parameters.AddChapter("Clean");
+        parameters.AddCheckbox(&clean, true, "Clean Main Matte", "ClMa"_id, 0);
+        parameters.AddSlider(&rough,  0.5F,  "Threshold Rough",  "Thr0"_id, 0, 0.0, 1.0);
+        parameters.AddSlider(&normal, 0.75F, "Threshold Normal", "Thr1"_id, 0, 0.0, 1.0);
+        parameters.AddSlider(&fine,   1.0F,  "Threshold Fine",   "Thr2"_id, 0, 0.0, 1.0);
+        parameters.AddSliderInt(&size, 1,    "Size",             "Size"_id, 0, 1, 6);
+
+        parameters.AddChapter("Combine");
+        parameters.AddSlider(&edgeWidth, 2.0F, "Edge Width", "EdWi"_id, 0, 0.0, 15.0);
+        parameters.AddRange(&edgeRange, {0.25F, 0.75F}, "Red Low", "Red High", "RanL"_id, "RanH"_id, 0, 0.0, 1.0);
+        parameters.AddSlider(&softness, 0.25F, "Softness", "Soft"_id, 0, 0.0, 1.0);
+        parameters.AddCheckbox(&postMultiply, false, "Post-Multiply Image", "PoMu"_id, 0);
+        parameters.AddCheckbox(&overlay, false, "Visual Overlay Edge (Disable for final render)", "Over"_id, 0);
+        parameters.AddColor(&overlayColor, {1.0F, 0.0F, 0.0F, 0.75F}, "Color", "OCol"_id, 0);
+        parameters.AddImage(reinterpret_cast<void**>(&softMatte), "Image With Soft Matte", 2, KF_MainInput);
+        // clang-format on
+    }
+
+    bool Init(KImage* source) override
+    {
+        if (!KEffectPixel::Init(source)) return false;
+        cleans = clean && !(rough == 1.0F && normal == 1.0F && fine == 1.0F);
+        // Each is a sum of as many differences as there are neighbours.
+        limits[0] = rough * 4.0F;
+        limits[1] = normal * 8.0F;
+        limits[2] = fine * 20.0F;
+        soft = softMatte && softMatte->SameSize(source) ? softMatte : nullptr;
+        usesEdge = soft || overlay;
+        // Only the edge's alpha is read.
+        edge.reset(usesEdge ? source->BlurOf(edgeWidth, -1.0, 4, 0x8, 1.0, 1.0) : nullptr);
+        PixelFromColor(overlayPixel, overlayColor);
+        PixelFromColor(overlayFlt, overlayColor);
+        return !usesEdge || edge;
+    }
+
+    Pixel F(int x, int y, KImage* source) override { return Cleaned(x, y, *source, overlayPixel); }
+    FltPixel FFlt(int x, int y, KImage* source) override { return Cleaned(x, y, *source, overlayFlt); }
+
+    void Done(KImage** destination) override
+    {
+        edge.reset();
+        KEffectPixel::Done(destination);
+    }
+
+    bool clean;
+    float rough, normal, fine;
+    int size;         // pixels from one neighbour to the next
+    float edgeWidth;  // 720ths of the width
+    KRange edgeRange; // of the blurred alpha
+    float softness;
+    bool postMultiply, overlay;
+    KColor overlayColor;
+    KImage* softMatte;
+
+private:
+    template <class Record> Record Cleaned(int x, int y, KImage const& source, Record const& marked) const
+    {
+        Record pixel;
+        source.GetPixel(x, y, pixel);
+        if (cleans) Clean(x, y, source, pixel);
+        float isEdge = 0.0F;
+        if (usesEdge) {
+            Record blurred;
+            edge->GetPixel(x, y, blurred);
+            isEdge = edgeRange.IsIn(AlphaOf(blurred), softness);
+        }
+        if (soft) {
+            Record other;
+            soft->GetPixel(x, y, other);
+            pixel.alpha = Mixed(isEdge, pixel.alpha, static_cast<float>(other.alpha));
+        }
+        if (postMultiply) PixelPostMultiply(pixel, pixel.alpha);
+        if (overlay) {
+            float const part = isEdge * AlphaOf(marked);
+            for (int c : {kChannelBlue, kChannelGreen, kChannelRed})
+                pixel.word[c] = Mixed(part, pixel.word[c], static_cast<float>(marked.word[c]));
+        }
+        return pixel;
+    }
+
+    template <class Record> void Clean(int x, int y, KImage const& source, Record& pixel) const
+    {
+        KColor const centre(pixel);
+        KColor sum, difference;
+        int count = 0;
+        auto const ring = [&](int end, float limit) {
+            for (; count < end; ++count) {
+                Record near;
+                source.GetPixelB(x + size * kNeighbours[count].x, y + size * kNeighbours[count].y, near);
+                KColor const color(near);
+                difference += centre.Difference(color);
+                sum += color;
+            }
+            if (difference.red > limit) SetMean(pixel.red, sum.red, count);
+            if (difference.green > limit) SetMean(pixel.green, sum.green, count);
+            if (difference.blue > limit) SetMean(pixel.blue, sum.blue, count);
+            if (difference.alpha > limit) SetMean(pixel.alpha, sum.alpha, count);
+        };
+        ring(kFirstRing, limits[0]);
+        // The sums' limits are what is held against 1, so normal counts below 1 / 8 and fine below 1 / 20.
+        if (limits[1] < 1.0F || limits[2] < 1.0F) ring(kSecondRing, limits[1]);
+        if (limits[2] < 1.0F) ring(kThirdRing, limits[2]);
+    }
+
+    bool cleans = false, usesEdge = false;
+    float limits[3] = {}; // sums of differences
+    KImage* soft = nullptr;
+    std::unique_ptr<KImage> edge;
+    Pixel overlayPixel;
+    FltPixel overlayFlt;
+};
+
+OMBRELUNE_TOOL(BF_MatteCleaner, BF_ThreadedOperator, KEffectMatteCleaner);
+
+} // namespace ombrelune
