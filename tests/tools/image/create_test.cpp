@@ -371,7 +371,7 @@ TEST(Blobs, RandomSizesComeFromTheSeed)
     ImageTool tool("BF_Blobs");
     tool.Set("BlCo"_id, 3)
         .Set("SEED"_id, 200)
-        .Set("Blob"_id, 1e-4F)
+        .Set("Blob"_id, 1e-7F)
         .Set("RaMi"_id, 0.05F)
         .Set("RaMa"_id, 0.2F);
     KRandomSeed(200);
