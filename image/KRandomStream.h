@@ -4,19 +4,23 @@
 #include <cstdint>
 
 #include "host/image/Vector4.h"
+#include "image/ColorModels.h"
 
 namespace ombrelune {
 
 // The numbers of KRandom.h from state of one's own, so that threads do not disturb each other: the same seed
 // gives the same stream as the C library's srandom and random.
 
+inline constexpr float kDrawRange = 2147483648.0F;
+inline constexpr float kLargestDraw =
+    2147483520.0F; // the float before, which the largest draws would round up to
+
 /// A draw as a part of 1, below 1.
-inline float RandomPart(long draw)
+inline float RandomPart(long draw) { return std::min(static_cast<float>(draw), kLargestDraw) / kDrawRange; }
+inline Float4 RandomParts(UInt4 draws)
 {
-    constexpr float kRange = 2147483648.0F;
-    constexpr float kBelowRange =
-        2147483520.0F; // the float before, which the largest draws would round up to
-    return std::min(static_cast<float>(draw), kBelowRange) / kRange;
+    Float4 const floats = __builtin_convertvector(reinterpret_cast<Int4>(draws), Float4);
+    return Smaller(floats, Float4{} + kLargestDraw) / kDrawRange;
 }
 
 /// A stream that starts as after KRandomSeed(seed).

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <type_traits>
 #include <vector>
 
-#include "framework/PixelConversion.h"
 #include "framework/Registration.h"
+#include "framework/RowForms.h"
+#include "image/ColorVectors.h"
 
 namespace ombrelune {
 
@@ -24,6 +26,8 @@ struct BandShape {
     }
 };
 
+inline Float4 Size(Float4 const& v) { return Select(v < 0.0F, -v, v); }
+
 /// Bands in the unit of the distances that are measured, ready for the inner loop.
 class Bands {
 public:
@@ -37,28 +41,48 @@ public:
           softnessIncrease_(shape.spacing * shape.softnessIncrease * unit)
     {}
 
-    /// 65535 within half the thickness of the nearest band's centre line, falling to 0 over the softness.
-    /// Both grow with the number of spacings from the first band.
-    std::uint32_t Value(float distance) const
+    /// 65535 within half the thickness of the nearest band's centre line, falling to 0 over the softness; for
+    /// four distances. Both grow with the number of spacings from the first band.
+    UInt4 Value(Float4 distance) const
     {
-        float const parts = distance / spacing_;
-        float const whole = std::trunc(parts), f = std::abs((parts - whole) * spacing_);
-        float const d = std::min(f, spacing_ - f);
-        double const far = std::abs(whole);
-        auto const half = static_cast<float>(half_ + far * increase_);
-        auto const soft = static_cast<float>(softness_ + far * softnessIncrease_);
-        if (d < half) return 65535;
-        if (!(d <= half + soft)) return 0; // also where there is no spacing
-        if (!(soft > 0.0F)) return 65535;
-        return static_cast<std::uint32_t>(static_cast<int>((1.0F - (d - half) / soft) * 65535.0));
+        Float4 const zero{}, one = zero + 1.0F;
+        Float4 const parts = distance / spacing_, whole = WholePart(parts);
+        Float4 const f = Size((parts - whole) * spacing_), d = Smaller(f, spacing_ - f);
+        Float4 const half = Grown(half_, whole, increase_), soft = Grown(softness_, whole, softnessIncrease_);
+        Float4 const ramp = Select(soft > zero, 1.0F - (d - half) / soft, one);
+        // Nothing also where there is no spacing and d is not a number.
+        Float4 const part = Select(d < half, one, Select(d <= half + soft, ramp, zero));
+        return reinterpret_cast<UInt4>(Truncate16(part));
     }
 
     bool inUse = false; ///< bands that fill their whole spacing are not
 
 private:
-    float spacing_ = 1.0F;
-    double half_ = 0.0, increase_ = 0.0, softness_ = 0.0, softnessIncrease_ = 0.0;
+    static Float4 WholePart(Float4 v)
+    {
+#ifdef __SSE4_1__
+        return _mm_round_ps(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+#else
+        return Float4{std::trunc(v[0]), std::trunc(v[1]), std::trunc(v[2]), std::trunc(v[3])};
+#endif
+    }
+    static Float4 Grown(float base, Float4 const& whole, float increase)
+    {
+        if (increase == 0.0F) return Float4{} + base;
+        Sum4 const start = ToSum4(Float4{} + base);
+        return ToFloat4(start + static_cast<double>(increase) * ToSum4(Size(whole)));
+    }
+
+    float spacing_ = 1.0F, half_ = 0.0F, increase_ = 0.0F, softness_ = 0.0F, softnessIncrease_ = 0.0F;
 };
+
+inline UInt4 ScaledProduct(UInt4 a, UInt4 b)
+{
+    UInt4 const t = a * b + 32768U;
+    return (t + (t >> 16)) >> 16;
+}
+
+inline bool IsZero(UInt4 v) { return (v[0] | v[1] | v[2] | v[3]) == 0; }
 
 /// The parameters of the first or of the last set.
 struct BandSetShape {
@@ -68,13 +92,14 @@ struct BandSetShape {
     KColor color;
 };
 
-/// A stack of sets of bands between a first and a last one, merged where they overlap. What a set measures is
-/// the derived effect's:
-///     float BandDistance(KVector2 const& v) const    from the first band; v is turned into the set's axes
-///     float DotDistance(KVector2 const& v) const     along the band
-///     static bool kDotsInPixels                      unit of DotDistance: pixels, or else of its own
+/// A stack of sets of bands between a first and a last one, merged where they overlap. Pixels are worked out
+/// by fours. What a set measures is the derived effect's, at four places in the set's axes:
+///     Float4 BandDistance(Float4 x, Float4 y) const    from the first band
+///     Float4 DotDistance(Float4 x, Float4 y) const     along the band
+///     static constexpr bool kDotsInPixels              unit of DotDistance: pixels, or else of its own
 template <class Kind> class KEffectBandSets : public KEffectPixel {
 public:
+    static constexpr bool kOwnRow = true;
     static char const* Category() { return "Ombrelune\\Image Create"; }
 
     bool GetFlag(KProcessFlag flag) override { return flag == KPF_Source; }
@@ -98,29 +123,29 @@ public:
             set.band = Bands(first.band.Mix(t, last.band), w);
             set.dots = Bands(first.dots.Mix(t, last.dots), Kind::kDotsInPixels ? w : 1.0F);
             KColor const &a = first.color, &b = last.color;
-            set.color = KColor32(
+            KColor32 const color(
                 KColor(mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue), mix(a.alpha, b.alpha)));
+            set.color = reinterpret_cast<UInt4>(Int4{color.blue, color.green, color.red, color.alpha});
         }
         return true;
     }
 
     Pixel F(int x, int y, KImage*) override
     {
-        Pixel result;
-        ProcessPixelSuperSample(x, y, sets[0], result);
-        for (std::size_t i = 1; i < sets.size(); ++i) {
-            Pixel other;
-            if (ProcessPixelSuperSample(x, y, sets[i], other) == 0) continue;
-            for (int c = 0; c < 4; ++c) result.word[c] = Merged(result.word[c], other.word[c]);
-        }
-        return result;
+        UInt4 four[4];
+        FourPixels(x, y, four);
+        return RecordOf<Pixel>(four[0]);
     }
-
-    FltPixel FFlt(int x, int y, KImage* source) override
+    FltPixel FFlt(int x, int y, KImage*) override
     {
-        FltPixel result;
-        ColorWordsFrom(result, KEffectBandSets::F(x, y, source));
-        return result;
+        UInt4 four[4];
+        FourPixels(x, y, four);
+        return RecordOf<FltPixel>(four[0]);
+    }
+    void Row(KPixelRow const& row) override
+    {
+        if (row.data->depth == 2) RowByFours<FltPixel>(row);
+        else RowByFours<Pixel>(row);
     }
 
     BandSetShape first, last;
@@ -143,7 +168,7 @@ protected:
     void AddSet(BandSetShape& set, SetIds const& ids, std::string const& suffix, float angle, unsigned flags,
                 SetRanges const& ranges, char const* dotSoftnessLabel)
     {
-        auto const label = [&](char const* text) { return text + suffix; };
+        auto const label = [&](char const* text) { return std::string(text).append(suffix); };
         unsigned const soft = KF_SoftMax, free = KF_SoftMin | KF_SoftMax;
         BandShape &band = set.band, &dots = set.dots;
         // clang-format off
@@ -179,52 +204,87 @@ private:
         KVector2 center; // pixels
         KVector2 along, across;
         Bands band, dots;
-        KColor32 color;
+        UInt4 color; // by word
     };
 
-    /// What a set gives at a place; 0 and no colour where it has nothing.
-    std::uint32_t ProcessPixel(float x, float y, Set const& set, Pixel& out) const
+    template <class Record> static Record RecordOf(UInt4 words)
     {
-        KVector2 const v = KVector2(x, y / pixelAspect) - set.center;
-        KVector2 const w(v * set.along, v * set.across);
-        auto const& kind = static_cast<Kind const&>(*this);
-        std::uint32_t m = set.band.inUse ? set.band.Value(kind.BandDistance(w)) : 65535;
-        if (m != 0 && set.dots.inUse) m = ScaledProduct(m, set.dots.Value(kind.DotDistance(w)));
-        auto const scaled = [m](int word) { return ScaledProduct(static_cast<std::uint32_t>(word), m); };
-        out.blue = scaled(set.color.blue);
-        out.green = scaled(set.color.green);
-        out.red = scaled(set.color.red);
-        out.alpha = scaled(set.color.alpha);
-        return m;
+        Record record;
+        if constexpr (std::is_same_v<Record, Pixel>) Store(words, record.word);
+        else Store(__builtin_convertvector(reinterpret_cast<Int4>(words), Float4) / 65535.0F, record.word);
+        return record;
     }
 
-    std::uint32_t ProcessPixelSuperSample(int x, int y, Set const& set, Pixel& out) const
+    template <class Record> void RowByFours(KPixelRow const& row) const
     {
-        auto const left = static_cast<float>(x), low = static_cast<float>(y);
-        if (superSample == 1) return ProcessPixel(left, low, set, out);
-        auto const n = static_cast<std::uint32_t>(superSample);
-        std::uint32_t sum[4] = {}, total = 0;
-        for (std::uint32_t i = 0; i < n; ++i)
-            for (std::uint32_t j = 0; j < n; ++j) {
-                Pixel sample;
-                std::uint32_t const m =
-                    ProcessPixel(left + firstSample + static_cast<float>(i) * step,
-                                 low + firstSample + static_cast<float>(j) * step, set, sample);
-                if (m == 0) continue;
-                total += m;
-                for (int c = 0; c < 4; ++c) sum[c] += sample.word[c];
+        UInt4 four[4];
+        PixelRow<Record>(row, [&](int x, int y, KImage*) {
+            if (x % 4 == 0) FourPixels(x, y, four);
+            return RecordOf<Record>(four[x % 4]);
+        });
+    }
+
+    /// The pixels from x to x + 3.
+    void FourPixels(int x, int y, UInt4 (&out)[4]) const
+    {
+        Float4 const left = Float4{0.0F, 1.0F, 2.0F, 3.0F} + static_cast<float>(x);
+        for (std::size_t i = 0; i < sets.size(); ++i) {
+            UInt4 colors[4];
+            UInt4 const total = SampledPixels(left, static_cast<float>(y), sets[i], colors);
+            for (int lane = 0; lane < 4; ++lane) {
+                if (i == 0) out[lane] = colors[lane];
+                else if (total[lane] != 0) out[lane] = Merged(out[lane], colors[lane]);
             }
-        for (int c = 0; c < 4; ++c) out.word[c] = sum[c] / (n * n);
+        }
+    }
+
+    /// Colours of four pixels, and the sums of their masks.
+    UInt4 SampledPixels(Float4 const& x, float y, Set const& set, UInt4 (&colors)[4]) const
+    {
+        if (superSample == 1) {
+            UInt4 const mask = Mask(x, y, set);
+            for (UInt4& color : colors) color = UInt4{};
+            if (!IsZero(mask))
+                for (int lane = 0; lane < 4; ++lane)
+                    colors[lane] = ScaledProduct(set.color, UInt4{} + mask[lane]);
+            return mask;
+        }
+        UInt4 total{}, sums[4] = {};
+        for (int i = 0; i < superSample; ++i)
+            for (int j = 0; j < superSample; ++j) {
+                UInt4 const mask = Mask(x + firstSample + static_cast<float>(i) * step,
+                                        y + firstSample + static_cast<float>(j) * step, set);
+                if (IsZero(mask)) continue;
+                total += mask;
+                for (int lane = 0; lane < 4; ++lane)
+                    sums[lane] += ScaledProduct(set.color, UInt4{} + mask[lane]);
+            }
+        auto const samples = static_cast<std::uint32_t>(superSample * superSample);
+        for (int lane = 0; lane < 4; ++lane) colors[lane] = sums[lane] / samples;
         return total;
     }
 
-    std::uint32_t Merged(std::uint32_t a, std::uint32_t b) const
+    /// How much of a set there is at four places, 0 to 65535.
+    UInt4 Mask(Float4 const& x, float y, Set const& set) const
+    {
+        Float4 const dx = x - set.center.x;
+        float const dy = y / pixelAspect - set.center.y;
+        Float4 const along = dx * set.along.x + dy * set.along.y,
+                     across = dx * set.across.x + dy * set.across.y;
+        auto const& kind = static_cast<Kind const&>(*this);
+        UInt4 mask = set.band.inUse ? set.band.Value(kind.BandDistance(along, across)) : UInt4{} + 65535U;
+        if (set.dots.inUse && !IsZero(mask))
+            mask = ScaledProduct(mask, set.dots.Value(kind.DotDistance(along, across)));
+        return mask;
+    }
+
+    UInt4 Merged(UInt4 a, UInt4 b) const
     {
         switch (overlap) {
-        case kMaximum: return std::max(a, b);
-        case kAdd: return std::min(a + b, 65535U);
+        case kMaximum: return Larger(a, b);
+        case kAdd: return Smaller(a + b, UInt4{} + 65535U);
         case kMultiply: return ScaledProduct(a, b);
-        default: return 65535 - ScaledProduct(65535 - a, 65535 - b);
+        default: return 65535U - ScaledProduct(65535U - a, 65535U - b);
         }
     }
 

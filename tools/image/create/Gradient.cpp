@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "framework/Registration.h"
+#include "image/ColorVectors.h"
 
 namespace ombrelune {
 
@@ -15,25 +16,24 @@ constexpr float kLeast = 1e-5F; // what is divided by
 
 /// What a gradient ends at, and how it is combined, in the words of a record.
 struct Shade {
-    float start[4], end[4]; // colours by word
+    Float4 start, end; // colours by word
     float offset;
-
-    Shade() = default;
-    template <class Record> Shade(Record const& from, Record const& to, float off) : offset(off)
-    {
-        for (int c = 0; c < 4; ++c) {
-            start[c] = static_cast<float>(from.word[c]);
-            end[c] = static_cast<float>(to.word[c]);
-        }
-    }
 };
 
-/// Integers are limited before they are truncated.
-void SetWord(std::uint32_t& word, float v)
+Float4 WordsOf(Pixel const& p)
 {
-    word = static_cast<std::uint32_t>(static_cast<int>(std::min(std::max(0.0F, v), 65535.0F)));
+    return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(p.word)), Float4);
 }
-void SetWord(float& word, float v) { word = v; }
+Float4 WordsOf(FltPixel const& p) { return LoadFloat4(p.word); }
+
+/// Integers are limited before they are truncated.
+void SetWords(Pixel& p, Float4 v)
+{
+    Float4 const zero{};
+    Float4 const limited = Smaller(Select(v > zero, v, zero), zero + 65535.0F);
+    Store(reinterpret_cast<UInt4>(__builtin_convertvector(limited, Int4)), p.word);
+}
+void SetWords(FltPixel& p, Float4 v) { Store(v, p.word); }
 
 } // namespace
 
@@ -101,8 +101,9 @@ public:
         PixelFromColor(to, endColor);
         PixelFromColor(fromFlt, startColor);
         PixelFromColor(toFlt, endColor);
-        integers = Shade(from, to, static_cast<float>(static_cast<int>((1.0F - amount) * 65535.0)));
-        floats = Shade(fromFlt, toFlt, 1.0F - amount);
+        integers = {WordsOf(from), WordsOf(to),
+                    static_cast<float>(static_cast<int>((1.0F - amount) * 65535.0))};
+        floats = {WordsOf(fromFlt), WordsOf(toFlt), 1.0F - amount};
         return KEffectPosition::Init(source);
     }
 
@@ -129,13 +130,10 @@ private:
         float const transparency = w * startTransparency + rest * endTransparency;
         float const k = 1.0F - transparency;
         float const gain = combine == kSubtract ? -scale * k : scale * k;
+        Float4 const color = w * shade.start + rest * shade.end, old = WordsOf(source);
         Record result = source;
-        for (int c = 0; c < 4; ++c) {
-            float const color = w * shade.start[c] + rest * shade.end[c];
-            auto const old = static_cast<float>(source.word[c]);
-            if (combine == kMerge) SetWord(result.word[c], transparency * old + k * color);
-            else SetWord(result.word[c], old + gain * (color - shade.offset));
-        }
+        SetWords(result,
+                 combine == kMerge ? transparency * old + k * color : old + gain * (color - shade.offset));
         return result;
     }
 

@@ -27,8 +27,8 @@ public:
     }
 
     static constexpr bool kDotsInPixels = true;
-    float BandDistance(KVector2 const& v) const { return v.y; }
-    float DotDistance(KVector2 const& v) const { return v.x; }
+    Float4 BandDistance(Float4 const&, Float4 const& y) const { return y; }
+    Float4 DotDistance(Float4 const& x, Float4 const&) const { return x; }
 };
 
 OMBRELUNE_TOOL(BF_Lines, BF_SourceOperator, KEffectLines);

@@ -2,6 +2,7 @@
 // alone.
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "framework/PixelConversion.h"
@@ -102,23 +103,22 @@ private:
                static_cast<unsigned>(CellY(y)) * static_cast<unsigned>(width);
     }
 
-    KColor ColorOf(UInt4 draws) const
+    /// By word.
+    Float4 ColorOf(UInt4 draws) const
     {
-        if (type == kSelected) return colors[static_cast<int>(draws[0]) % std::max(count, 1)];
-        auto const part = [](std::uint32_t draw) { return RandomPart(static_cast<long>(draw)); };
-        return {part(draws[0]), part(draws[1]), part(draws[2]), part(draws[3])};
+        Float4 color;
+        if (type == kSelected)
+            std::memcpy(&color, &colors[static_cast<int>(draws[0]) % std::max(count, 1)], sizeof color);
+        else color = RandomParts(draws);
+        return RedBlueSwapped(color);
     }
 
-    FltPixel Combined(int x, int y, KImage* source, KColor const& color) const
+    FltPixel Combined(int x, int y, KImage* source, Float4 const& color) const
     {
         FltPixel result;
         source->GetPixel(x, y, result);
-        float const parts[] = {color.blue, color.green, color.red, color.alpha};
-        for (int c = 0; c < 4; ++c) {
-            if (combine == kReplace) result.word[c] = parts[c];
-            else if (combine == kAdd) result.word[c] += parts[c];
-            else result.word[c] -= parts[c];
-        }
+        Float4 const old = LoadFloat4(result.word);
+        Store(combine == kReplace ? color : combine == kAdd ? old + color : old - color, result.word);
         return result;
     }
 

@@ -1,6 +1,8 @@
 // Shapes: sets of concentric circles or squares between a first and a last one, each cut into dots on
 // request.
 
+#include <cmath>
+
 #include "framework/Registration.h"
 #include "tools/image/create/BandSets.h"
 
@@ -32,11 +34,18 @@ public:
     }
 
     static constexpr bool kDotsInPixels = false; // radians
-    float BandDistance(KVector2 const& v) const
+    Float4 BandDistance(Float4 const& x, Float4 const& y) const
     {
-        return type == kCircles ? v.Length() : std::max(std::abs(v.x), std::abs(v.y));
+        if (type == kSquares) return Larger(Size(x), Size(y));
+        Float4 const square = x * x + y * y;
+        return Float4{std::sqrt(square[0]), std::sqrt(square[1]), std::sqrt(square[2]), std::sqrt(square[3])};
     }
-    float DotDistance(KVector2 const& v) const { return v.Angle(); }
+    Float4 DotDistance(Float4 const& x, Float4 const& y) const
+    {
+        Float4 angles;
+        for (int lane = 0; lane < 4; ++lane) angles[lane] = KVector2(x[lane], y[lane]).Angle();
+        return angles;
+    }
 
     int type;
 

@@ -6,7 +6,9 @@
 #include <vector>
 
 #include "framework/Registration.h"
+#include "framework/RowForms.h"
 #include "host/image/BufferPool.h"
+#include "image/ColorVectors.h"
 #include "image/KRandomStream.h"
 #include "image/RowLoop.h"
 
@@ -25,23 +27,30 @@ inline void Count(std::uint16_t& counter, std::uint16_t& distance)
     distance = std::min(distance, counter);
 }
 
-Pixel To16(Pixel const& pixel) { return pixel; }
-/// Rounded, as pictures are converted.
-Pixel To16(FltPixel const& pixel)
+/// The words in 16 bits; floats are rounded, as pictures are converted.
+Float4 To16(Pixel const& p)
 {
-    Pixel rounded;
-    rounded.DropAux();
-    for (int c = 0; c < 4; ++c) {
-        float const v = std::min(std::max(0.0F, pixel.word[c]), 1.0F);
-        rounded.word[c] = static_cast<std::uint32_t>(static_cast<int>(v * 65535.0F + 0.5F));
-    }
-    return rounded;
+    return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(p.word)), Float4);
+}
+Float4 To16(FltPixel const& p)
+{
+    Float4 const zero{}, v = LoadFloat4(p.word);
+    Float4 const limited = Smaller(Select(v > zero, v, zero), zero + 1.0F);
+    return __builtin_convertvector(__builtin_convertvector(limited * 65535.0F + 0.5F, Int4), Float4);
+}
+
+/// As PixelGetChannel32.
+int Channel32(Float4 const& words, int channel)
+{
+    if (channel < 4) return static_cast<int>(words[WordOf(channel)]);
+    return static_cast<int>(0.299F * words[kChannelRed] + 0.587F * words[kChannelGreen] +
+                            0.114F * words[kChannelBlue]);
 }
 
 /// A plane of numbers in picture memory; no rows when memory is out.
 template <class T> class Plane {
 public:
-    bool Make(int planeWidth, int height)
+    bool Make(std::ptrdiff_t planeWidth, int height)
     {
         width_ = static_cast<std::size_t>(planeWidth);
         buffer_ = TakeBuffer(width_ * static_cast<std::size_t>(height) * sizeof(T));
@@ -89,9 +98,9 @@ public:
         PixelFromColor(solidFlt, color);
         if (!distances.Make(width, height) || !parts.Make(width, height)) return false;
         SetDistances(*source);
-        SetParts();
+        bool const isSet = SetParts();
         distances.Free();
-        return true;
+        return isSet;
     }
 
     Pixel F(int x, int y, KImage* source) override { return Eaten(x, y, source, solid); }
@@ -176,7 +185,7 @@ private:
                 Record pixel;
                 for (int x = 0; x < count; ++x) {
                     pixel >>= in;
-                    auto const v = static_cast<int>(PixelGetChannel32(To16(pixel), channel));
+                    int const v = Channel32(To16(pixel), channel);
                     row[x] = low <= v && v <= high ? kFar : std::uint16_t{0};
                 }
             },
@@ -186,8 +195,8 @@ private:
     bool IsNoisy(unsigned distance) const { return distance < eaten && distance > eaten - noise; }
 
     /// How much stays of each pixel. The noise is one stream that runs through the picture row by row, so it
-    /// does not depend on threads.
-    void SetParts()
+    /// does not depend on threads. False when memory is out.
+    bool SetParts()
     {
         auto const counts = MeasureRows(0, height, [&](int y) {
             std::uint16_t const* const row = distances.Row(y);
@@ -195,11 +204,12 @@ private:
         });
         std::vector<std::ptrdiff_t> starts(counts.size() + 1, 0);
         std::partial_sum(counts.begin(), counts.end(), starts.begin() + 1);
-        std::vector<float> draws(static_cast<std::size_t>(starts.back()));
+        Plane<float> draws;
+        if (starts.back() > 0 && !draws.Make(starts.back(), 1)) return false;
         KRandomStream random(1234);
-        for (float& draw : draws) draw = random.Random(1.0F);
+        for (std::ptrdiff_t i = 0; i < starts.back(); ++i) draws.Row(0)[i] = random.Random(1.0F);
         ParallelFor(height, [&](int y) {
-            float const* draw = draws.data() + starts[static_cast<std::size_t>(y)];
+            float const* draw = draws.Row(0) + starts[static_cast<std::size_t>(y)];
             std::uint16_t const* const row = distances.Row(y);
             float* const out = parts.Row(y);
             for (int x = 0; x < width; ++x) {
@@ -209,6 +219,7 @@ private:
                     out[x] = *draw++ * static_cast<float>(d + noise - eaten) / static_cast<float>(noise);
             }
         });
+        return true;
     }
 
     unsigned eaten = 0, noise = 0; // pixels

@@ -1,6 +1,7 @@
 // Extend: holds the last acceptable value along each row or column, outward from a start point.
 
 #include <algorithm>
+#include <vector>
 
 #include "framework/Registration.h"
 #include "framework/RowForms.h"
@@ -26,8 +27,11 @@ public:
     int ThreadCount(int) override { return direction == 0 ? height : width; }
     void F(int, int line, KImage* source, KImage* destination) override
     {
-        if (data.depth == 2) ExtendLine<FltPixel>(line, source, destination);
-        else ExtendLine<Pixel>(line, source, destination);
+        // Columns lie far apart in memory: the first of a strip does all of them, row by row.
+        int const lines = direction == 0 ? 1 : kStrip;
+        if (line % lines != 0) return;
+        if (data.depth == 2) ExtendLines<FltPixel>(line, lines, source, destination);
+        else ExtendLines<Pixel>(line, lines, source, destination);
     }
 
     KVector2 start;
@@ -40,37 +44,49 @@ private:
     enum Hold { kHoldWithin, kHoldMinimum, kHoldMaximum };
     static constexpr int kEach = 5;
 
-    template <class Record> void ExtendLine(int line, KImage* source, KImage* destination) const
+    static constexpr int kStrip = 16;
+
+    /// What a line has accepted so far.
+    template <class Record> struct Held {
+        Record pixel;
+        KRange ranges[4];
+
+        explicit Held(KRange const& range) : ranges{range, range, range, range}
+        {
+            for (auto& word : pixel.word) word = 0;
+        }
+    };
+
+    template <class Record> void ExtendLines(int first, int lines, KImage* source, KImage* destination) const
     {
         int const size = direction == 0 ? width : height;
+        int const last = std::min(first + lines, direction == 0 ? height : width);
         int const from = std::clamp(TruncateToInt(direction == 0 ? start.x : start.y), 0, size - 1);
         // The start is visited by both runs.
-        Run<Record>(line, from, -1, -1, source, destination);
-        Run<Record>(line, from, size, 1, source, destination);
+        for (int step : {-1, 1}) {
+            std::vector<Held<Record>> held(static_cast<std::size_t>(last - first), Held<Record>(range));
+            for (int i = from; i >= 0 && i < size; i += step)
+                for (int line = first; line < last; ++line) {
+                    int const x = direction == 0 ? i : line, y = direction == 0 ? line : i;
+                    Record pixel;
+                    source->GetPixel(x, y, pixel);
+                    Extend(pixel, held[static_cast<std::size_t>(line - first)]);
+                    destination->SetPixel(x, y, pixel);
+                }
+        }
     }
 
-    /// From one place up to, not including, another.
-    template <class Record>
-    void Run(int line, int from, int end, int step, KImage* source, KImage* destination) const
+    template <class Record> void Extend(Record& pixel, Held<Record>& held) const
     {
-        Record pixel, held;
-        held.DropAux();
-        for (auto& word : held.word) word = 0;
-        KRange ranges[4] = {range, range, range, range};
-        for (int i = from; i != end; i += step) {
-            int const x = direction == 0 ? i : line, y = direction == 0 ? line : i;
-            source->GetPixel(x, y, pixel);
-            if (channel == kEach) {
-                for (int c = 0; c < 4; ++c) {
-                    bool const isIn = Accept(ranges[c], PixelGetChannel(pixel, c));
-                    auto &word = pixel.word[WordOf(c)], &last = held.word[WordOf(c)];
-                    isIn ? last = word : word = last;
-                }
-            } else {
-                bool const isIn = Accept(ranges[0], PixelGetChannel(pixel, channel));
-                isIn ? held = pixel : pixel = held;
-            }
-            destination->SetPixel(x, y, pixel);
+        if (channel != kEach) {
+            bool const isIn = Accept(held.ranges[0], PixelGetChannel(pixel, channel));
+            isIn ? held.pixel = pixel : pixel = held.pixel;
+            return;
+        }
+        for (int c = 0; c < 4; ++c) {
+            bool const isIn = Accept(held.ranges[c], PixelGetChannel(pixel, c));
+            auto &word = pixel.word[WordOf(c)], &last = held.pixel.word[WordOf(c)];
+            isIn ? last = word : word = last;
         }
     }
 

@@ -6,6 +6,8 @@
 #include <type_traits>
 
 #include "framework/Registration.h"
+#include "framework/RowForms.h"
+#include "image/ColorVectors.h"
 
 namespace ombrelune {
 
@@ -21,12 +23,61 @@ constexpr Offset kNeighbours[] = {{-1, 0},  {1, 0},   {0, -1}, {0, 1},  {-1, -1}
                                   {-1, -2}, {0, -2},  {1, -2}, {-1, 2}, {0, 2},   {1, 2}};
 constexpr int kFirstRing = 4, kSecondRing = 8, kThirdRing = 20;
 
-/// Mean of so many colours of 0 to 1, in a record's words.
-void SetMean(std::uint32_t& word, float sum, int count)
+/// The words as parts of 1, and the mean of so many of them in the record's own unit.
+Float4 PartsOf(Pixel const& p)
 {
-    word = static_cast<std::uint32_t>(static_cast<int>(sum * 65535.0 / count));
+    return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(p.word)), Float4) / 65535.0F;
 }
-void SetMean(float& word, float sum, int count) { word = sum / static_cast<float>(count); }
+Float4 PartsOf(FltPixel const& p) { return LoadFloat4(p.word); }
+std::uint32_t Mean(std::uint32_t, float sum, int count)
+{
+    return static_cast<std::uint32_t>(static_cast<int>(sum * 65535.0 / count));
+}
+float Mean(float, float sum, int count) { return sum / static_cast<float>(count); }
+
+/// Reads pixels around those of one row, outside as black.
+template <class Record> class PixelsAround {
+public:
+    PixelsAround(KImage const& image, int y, int step) : image_(image), y_(y), step_(step) {}
+
+    Float4 operator()(int x, Offset const& offset) const
+    {
+        Record near;
+        image_.GetPixelB(x + step_ * offset.x, y_ + step_ * offset.y, near);
+        return PartsOf(near);
+    }
+
+private:
+    KImage const& image_;
+    int y_, step_;
+};
+
+/// The same of a plain picture, without asking each time where its rows lie.
+template <class Record> class RowsAround {
+public:
+    RowsAround(KImage const& image, int y, int step) : width_(image.Width()), step_(step)
+    {
+        for (int i = 0; i < 5; ++i) {
+            int const row = y + (i - 2) * step;
+            bool const isInside = row >= 0 && row < image.Height();
+            rows_[i] = isInside ? reinterpret_cast<Stored const*>(image.FImage()->MainRow(row)) : nullptr;
+        }
+    }
+    Float4 operator()(int x, Offset const& offset) const
+    {
+        int const column = x + step_ * offset.x;
+        Stored const* const row = rows_[offset.y + 2];
+        if (!row || static_cast<unsigned>(column) >= static_cast<unsigned>(width_)) return Float4{};
+        Float4 const words = LoadFloat4(row + 4 * column);
+        if constexpr (std::is_same_v<Record, Pixel>) return words / 65535.0F;
+        else return words;
+    }
+
+private:
+    using Stored = StoredWord<Record>;
+    Stored const* rows_[5];
+    int width_, step_;
+};
 
 /// Integers truncate.
 template <class Word> Word Mixed(float part, Word a, float b)
@@ -42,6 +93,8 @@ float AlphaOf(FltPixel const& p) { return p.alpha; }
 
 class KEffectMatteCleaner : public KEffectPixel {
 public:
+    static constexpr bool kOwnRow = true;
+
     static char const* Name(KProcessNameType kind) { return NameOf(kind, "MCl", "Matte Cleaner"); }
 
     KEffectMatteCleaner()
@@ -82,8 +135,19 @@ public:
         return !usesEdge || edge;
     }
 
-    Pixel F(int x, int y, KImage* source) override { return Cleaned(x, y, *source, overlayPixel); }
-    FltPixel FFlt(int x, int y, KImage* source) override { return Cleaned(x, y, *source, overlayFlt); }
+    Pixel F(int x, int y, KImage* source) override
+    {
+        return Cleaned(x, y, *source, overlayPixel, PixelsAround<Pixel>(*source, y, size));
+    }
+    FltPixel FFlt(int x, int y, KImage* source) override
+    {
+        return Cleaned(x, y, *source, overlayFlt, PixelsAround<FltPixel>(*source, y, size));
+    }
+    void Row(KPixelRow const& row) override
+    {
+        if (row.data->depth == 2) CleanRow(row, overlayFlt);
+        else CleanRow(row, overlayPixel);
+    }
 
     void Done(KImage** destination) override
     {
@@ -102,11 +166,25 @@ public:
     KImage* softMatte;
 
 private:
-    template <class Record> Record Cleaned(int x, int y, KImage const& source, Record const& marked) const
+    template <class Record> void CleanRow(KPixelRow const& row, Record const& marked) const
+    {
+        if (row.source->FImage()->Layout() != kPlainLayout<Record>)
+            return PixelRow<Record>(
+                row, [&, around = PixelsAround<Record>(*row.source, row.y, size)](
+                         int x, int y, KImage* source) { return Cleaned(x, y, *source, marked, around); });
+        PixelRow<Record>(
+            row, [&, around = RowsAround<Record>(*row.source, row.y, size)](int x, int y, KImage* source) {
+                return Cleaned(x, y, *source, marked, around);
+            });
+    }
+
+    /// @param around  gives the parts at an offset from a place of the row
+    template <class Record, class Neighbours>
+    Record Cleaned(int x, int y, KImage const& source, Record const& marked, Neighbours const& around) const
     {
         Record pixel;
         source.GetPixel(x, y, pixel);
-        if (cleans) Clean(x, y, source, pixel);
+        if (cleans) Clean(x, pixel, around);
         float isEdge = 0.0F;
         if (usesEdge) {
             Record blurred;
@@ -127,23 +205,19 @@ private:
         return pixel;
     }
 
-    template <class Record> void Clean(int x, int y, KImage const& source, Record& pixel) const
+    template <class Record, class Neighbours> void Clean(int x, Record& pixel, Neighbours const& around) const
     {
-        KColor const centre(pixel);
-        KColor sum, difference;
+        Float4 const centre = PartsOf(pixel);
+        Float4 sum{}, difference{};
         int count = 0;
         auto const ring = [&](int end, float limit) {
             for (; count < end; ++count) {
-                Record near;
-                source.GetPixelB(x + size * kNeighbours[count].x, y + size * kNeighbours[count].y, near);
-                KColor const color(near);
-                difference += centre.Difference(color);
-                sum += color;
+                Float4 const near = around(x, kNeighbours[count]);
+                difference += Larger(centre - near, near - centre);
+                sum += near;
             }
-            if (difference.red > limit) SetMean(pixel.red, sum.red, count);
-            if (difference.green > limit) SetMean(pixel.green, sum.green, count);
-            if (difference.blue > limit) SetMean(pixel.blue, sum.blue, count);
-            if (difference.alpha > limit) SetMean(pixel.alpha, sum.alpha, count);
+            for (int c = 0; c < 4; ++c)
+                if (difference[c] > limit) pixel.word[c] = Mean(pixel.word[c], sum[c], count);
         };
         ring(kFirstRing, limits[0]);
         // The sums' limits are what is held against 1, so normal counts below 1 / 8 and fine below 1 / 20.
