@@ -82,7 +82,14 @@ inline UInt4 ScaledProduct(UInt4 a, UInt4 b)
     return (t + (t >> 16)) >> 16;
 }
 
-inline bool IsZero(UInt4 v) { return (v[0] | v[1] | v[2] | v[3]) == 0; }
+inline bool IsZero(UInt4 v)
+{
+#ifdef __SSE4_1__
+    return _mm_testz_si128(reinterpret_cast<__m128i>(v), reinterpret_cast<__m128i>(v)) != 0;
+#else
+    return (v[0] | v[1] | v[2] | v[3]) == 0;
+#endif
+}
 
 /// The parameters of the first or of the last set.
 struct BandSetShape {
@@ -231,10 +238,10 @@ private:
         for (std::size_t i = 0; i < sets.size(); ++i) {
             UInt4 colors[4];
             UInt4 const total = SampledPixels(left, static_cast<float>(y), sets[i], colors);
-            for (int lane = 0; lane < 4; ++lane) {
-                if (i == 0) out[lane] = colors[lane];
-                else if (total[lane] != 0) out[lane] = Merged(out[lane], colors[lane]);
-            }
+            if (i == 0) std::copy_n(colors, 4, out);
+            else if (!IsZero(total))
+                for (int lane = 0; lane < 4; ++lane)
+                    if (total[lane] != 0) out[lane] = Merged(out[lane], colors[lane]);
         }
     }
 

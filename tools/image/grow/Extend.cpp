@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "framework/Registration.h"
-#include "framework/RowForms.h"
+#include "image/ColorVectors.h"
 
 namespace ombrelune {
 
@@ -44,14 +44,14 @@ private:
     enum Hold { kHoldWithin, kHoldMinimum, kHoldMaximum };
     static constexpr int kEach = 5;
 
-    static constexpr int kStrip = 16;
+    static constexpr int kStrip = 64;
 
-    /// What a line has accepted so far.
+    /// What a line has accepted so far. The bounds are by word, those of a single channel all alike.
     template <class Record> struct Held {
         Record pixel;
-        KRange ranges[4];
+        Float4 low, high;
 
-        explicit Held(KRange const& range) : ranges{range, range, range, range}
+        explicit Held(KRange const& range) : low(Float4{} + range.low), high(Float4{} + range.high)
         {
             for (auto& word : pixel.word) word = 0;
         }
@@ -76,28 +76,36 @@ private:
         }
     }
 
+    /// What is in range is held, and what is held is shown.
     template <class Record> void Extend(Record& pixel, Held<Record>& held) const
     {
-        if (channel != kEach) {
-            bool const isIn = Accept(held.ranges[0], PixelGetChannel(pixel, channel));
-            isIn ? held.pixel = pixel : pixel = held.pixel;
-            return;
-        }
-        for (int c = 0; c < 4; ++c) {
-            bool const isIn = Accept(held.ranges[c], PixelGetChannel(pixel, c));
-            auto &word = pixel.word[WordOf(c)], &last = held.pixel.word[WordOf(c)];
-            isIn ? last = word : word = last;
+        if (channel == kEach) {
+            auto const words = WordsOf(pixel);
+            Store(Select(Accept(held, PartsOf(pixel)), words, WordsOf(held.pixel)), pixel.word);
+            Store(WordsOf(pixel), held.pixel.word);
+        } else {
+            Float4 const value = Float4{} + PixelGetChannel(pixel, channel);
+            if (Accept(held, value)[0] != 0) held.pixel = pixel;
+            pixel = held.pixel;
         }
     }
 
-    /// Whether a value is in range; one that is may narrow the range for those after it.
-    bool Accept(KRange& allowed, float v) const
+    /// Where values are in range; those may narrow it for the ones after them.
+    template <class Record> Int4 Accept(Held<Record>& held, Float4 const& values) const
     {
-        if (!allowed.IsIn(v)) return false;
-        if (hold == kHoldMinimum) allowed.high = v;
-        else if (hold == kHoldMaximum) allowed.low = v;
-        return true;
+        Int4 const isIn = (held.low <= values) & (values <= held.high);
+        if (hold == kHoldMinimum) held.high = Select(isIn, values, held.high);
+        else if (hold == kHoldMaximum) held.low = Select(isIn, values, held.low);
+        return isIn;
     }
+
+    static UInt4 WordsOf(Pixel const& p) { return LoadUInt4(p.word); }
+    static Float4 WordsOf(FltPixel const& p) { return LoadFloat4(p.word); }
+    static Float4 PartsOf(Pixel const& p)
+    {
+        return __builtin_convertvector(reinterpret_cast<Int4>(WordsOf(p)), Float4) / 65535.0F;
+    }
+    static Float4 PartsOf(FltPixel const& p) { return WordsOf(p); }
 };
 
 OMBRELUNE_TOOL(BF_Extend, BF_ThreadedOperator, KEffectExtend);

@@ -23,27 +23,34 @@ constexpr Offset kNeighbours[] = {{-1, 0},  {1, 0},   {0, -1}, {0, 1},  {-1, -1}
                                   {-1, -2}, {0, -2},  {1, -2}, {-1, 2}, {0, 2},   {1, 2}};
 constexpr int kFirstRing = 4, kSecondRing = 8, kThirdRing = 20;
 
-/// The words as parts of 1, and the mean of so many of them in the record's own unit.
+/// The words as parts of 1,
 Float4 PartsOf(Pixel const& p)
 {
     return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(p.word)), Float4) / 65535.0F;
 }
 Float4 PartsOf(FltPixel const& p) { return LoadFloat4(p.word); }
-std::uint32_t Mean(std::uint32_t, float sum, int count)
+
+/// Replaces the words that differ by more than the limit by the mean.
+void Replace(Pixel& p, Float4 difference, float limit, Float4 sum, int count)
 {
-    return static_cast<std::uint32_t>(static_cast<int>(sum * 65535.0 / count));
+    for (int c = 0; c < 4; ++c)
+        if (difference[c] > limit)
+            p.word[c] = static_cast<std::uint32_t>(static_cast<int>(sum[c] * 65535.0 / count));
 }
-float Mean(float, float sum, int count) { return sum / static_cast<float>(count); }
+void Replace(FltPixel& p, Float4 difference, float limit, Float4 sum, int count)
+{
+    Store(Select(difference > limit, sum / static_cast<float>(count), LoadFloat4(p.word)), p.word);
+}
 
 /// Reads pixels around those of one row, outside as black.
 template <class Record> class PixelsAround {
 public:
     PixelsAround(KImage const& image, int y, int step) : image_(image), y_(y), step_(step) {}
 
-    Float4 operator()(int x, Offset const& offset) const
+    Float4 operator()(int x, int neighbour) const
     {
         Record near;
-        image_.GetPixelB(x + step_ * offset.x, y_ + step_ * offset.y, near);
+        image_.GetPixelB(x + step_ * kNeighbours[neighbour].x, y_ + step_ * kNeighbours[neighbour].y, near);
         return PartsOf(near);
     }
 
@@ -55,28 +62,29 @@ private:
 /// The same of a plain picture, without asking each time where its rows lie.
 template <class Record> class RowsAround {
 public:
-    RowsAround(KImage const& image, int y, int step) : width_(image.Width()), step_(step)
+    RowsAround(KImage const& image, int y, int step) : width_(static_cast<unsigned>(image.Width()))
     {
-        for (int i = 0; i < 5; ++i) {
-            int const row = y + (i - 2) * step;
+        for (int i = 0; i < kThirdRing; ++i) {
+            int const row = y + step * kNeighbours[i].y;
+            columns_[i] = step * kNeighbours[i].x;
             bool const isInside = row >= 0 && row < image.Height();
             rows_[i] = isInside ? reinterpret_cast<Stored const*>(image.FImage()->MainRow(row)) : nullptr;
         }
     }
-    Float4 operator()(int x, Offset const& offset) const
+    Float4 operator()(int x, int neighbour) const
     {
-        int const column = x + step_ * offset.x;
-        Stored const* const row = rows_[offset.y + 2];
-        if (!row || static_cast<unsigned>(column) >= static_cast<unsigned>(width_)) return Float4{};
-        Float4 const words = LoadFloat4(row + 4 * column);
+        int const column = x + columns_[neighbour];
+        if (!rows_[neighbour] || static_cast<unsigned>(column) >= width_) return Float4{};
+        Float4 const words = LoadFloat4(rows_[neighbour] + std::ptrdiff_t{4} * column);
         if constexpr (std::is_same_v<Record, Pixel>) return words / 65535.0F;
         else return words;
     }
 
 private:
     using Stored = StoredWord<Record>;
-    Stored const* rows_[5];
-    int width_, step_;
+    Stored const* rows_[kThirdRing];
+    int columns_[kThirdRing];
+    unsigned width_;
 };
 
 /// Integers truncate.
@@ -178,7 +186,7 @@ private:
             });
     }
 
-    /// @param around  gives the parts at an offset from a place of the row
+    /// @param around  gives the parts of a neighbour of a place in the row
     template <class Record, class Neighbours>
     Record Cleaned(int x, int y, KImage const& source, Record const& marked, Neighbours const& around) const
     {
@@ -212,12 +220,11 @@ private:
         int count = 0;
         auto const ring = [&](int end, float limit) {
             for (; count < end; ++count) {
-                Float4 const near = around(x, kNeighbours[count]);
+                Float4 const near = around(x, count);
                 difference += Larger(centre - near, near - centre);
                 sum += near;
             }
-            for (int c = 0; c < 4; ++c)
-                if (difference[c] > limit) pixel.word[c] = Mean(pixel.word[c], sum[c], count);
+            Replace(pixel, difference, limit, sum, count);
         };
         ring(kFirstRing, limits[0]);
         // The sums' limits are what is held against 1, so normal counts below 1 / 8 and fine below 1 / 20.
