@@ -150,7 +150,7 @@ private:
             if (IsBeyond(-Whole(q))) return kNone;
             float const r = Moved(q);
             isLine |= IsLine(Fraction(r));
-            n += std::abs(Whole(r)) + (r < 0.0F ? 1 : 0);
+            if (fill == 1) n += std::abs(Whole(r)) + (r < 0.0F ? 1 : 0);
         }
         if (isLine) return kLine;
         return fill == 1 && IsEven(n) ? kFill2 : kFill1;
@@ -162,9 +162,10 @@ private:
         for (int i = 0; i < 3; ++i) {
             float const s = p * directions[i];
             if (IsBeyond(std::abs(Whole(s)))) return kNone;
+            if (isLine || !IsLine(Fraction(Moved(s)))) continue;
             // Every third stretch of a line is a side of a cell; lines take turns.
             float const u = std::abs(p * crosses[i]) + (IsEven(Whole(std::abs(s) + 0.5F)) ? 2.0F : 0.5F);
-            isLine |= IsLine(Fraction(Moved(s))) && Whole(u) % 3 == 0;
+            isLine = Whole(u) % 3 == 0;
         }
         return isLine ? kLine : kFill1;
     }
