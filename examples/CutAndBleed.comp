@@ -30,9 +30,24 @@ Composition {
         Brightness = Input { Value = 3.0 },
       },
     },
+    Paper = Background {
+      Inputs = {
+        Width = Input { Value = 600 },
+        Height = Input { Value = 400 },
+        Red = Input { Value = 0.02 },
+        Green = Input { Value = 0.03 },
+        Blue = Input { Value = 0.08 },
+      },
+    },
+    Laid = Merge {
+      Inputs = {
+        Background = Input { SourceOp = "Paper", Source = "Output" },
+        Foreground = Input { SourceOp = "Tool1", Source = "Output" },
+      },
+    },
     Out = Saver {
       Inputs = {
-        Input = Input { SourceOp = "Tool1", Source = "Output" },
+        Input = Input { SourceOp = "Laid", Source = "Output" },
         Filename = Input { Value = "../out/CutAndBleed.png" },
       },
     },

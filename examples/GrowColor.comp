@@ -40,9 +40,34 @@ Composition {
         YSize = Input { Value = 400 },
       },
     },
+    Left = Crop {
+      Inputs = {
+        Input = Input { SourceOp = "Screened", Source = "Output" },
+        XOffset = Input { Value = 0 },
+        YOffset = Input { Value = 0 },
+        XSize = Input { Value = 300 },
+        YSize = Input { Value = 400 },
+      },
+    },
+    Paper = Background {
+      Inputs = {
+        Width = Input { Value = 600 },
+        Height = Input { Value = 400 },
+        Red = Input { Value = 0.05 },
+        Green = Input { Value = 0.05 },
+        Blue = Input { Value = 0.08 },
+      },
+    },
+    Laid = Merge {
+      Inputs = {
+        Background = Input { SourceOp = "Paper", Source = "Output" },
+        Foreground = Input { SourceOp = "Left", Source = "Output" },
+        Center = Input { Value = { 0.25, 0.5 } },
+      },
+    },
     Joined = Merge {
       Inputs = {
-        Background = Input { SourceOp = "Screened", Source = "Output" },
+        Background = Input { SourceOp = "Laid", Source = "Output" },
         Foreground = Input { SourceOp = "Right", Source = "Output" },
         Center = Input { Value = { 0.75, 0.5 } },
       },
