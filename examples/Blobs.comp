@@ -11,7 +11,7 @@ Composition {
         GeneralBlobiness = Input { Value = 1e-05 },
         ColorRed = Input { Value = 0.75 },
         ColorGreen = Input { Value = 0.9 },
-        ColorBlue = Input { Value = 1.0 },
+        ColorBlue = Input { Value = 1 },
         ColorAlpha = Input { Value = 1 },
         BlobPosition1 = Input { Value = { 0.2, 0.3 } },
         BlobSizeType1 = Input { Value = "Individual" },

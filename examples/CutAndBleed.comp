@@ -27,7 +27,7 @@ Composition {
         Cutoriginal = Input { Value = 0.75 },
         Cutinnerwidth = Input { Value = 14 },
         Bleedwidth = Input { Value = 10 },
-        Brightness = Input { Value = 3.0 },
+        Brightness = Input { Value = 3 },
       },
     },
     Paper = Background {

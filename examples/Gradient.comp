@@ -12,7 +12,7 @@ Composition {
         LightZdistance = Input { Value = 0.35 },
         Lightconeangle = Input { Value = 34 },
         Midpoint = Input { Value = 0.25 },
-        StartTransparency = Input { Value = 1.0 },
+        StartTransparency = Input { Value = 1 },
         EndTransparency = Input { Value = 0.12 },
         EndColorRed = Input { Value = 0.02 },
         EndColorGreen = Input { Value = 0.04 },

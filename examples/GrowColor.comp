@@ -27,7 +27,7 @@ Composition {
     Filled = Brassfennel.BF_GrowColor {
       Inputs = {
         Image = Input { SourceOp = "Screened", Source = "Output" },
-        Resolution = Input { Value = 1.0 },
+        Resolution = Input { Value = 1 },
         IterationInterrupt = Input { Value = 0.2 },
       },
     },

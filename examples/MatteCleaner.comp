@@ -12,10 +12,7 @@ Composition {
     },
     Empty = Background { Inputs = { Width = Input { Value = 600 }, Height = Input { Value = 400 } } },
     Grain = Brassfennel.BF_Noise {
-      Inputs = {
-        Image = Input { SourceOp = "Empty", Source = "Output" },
-        RandomSeed = Input { Value = 3 },
-      },
+      Inputs = { Image = Input { SourceOp = "Empty", Source = "Output" }, RandomSeed = Input { Value = 3 } },
     },
     Specks = Brassfennel.BF_Threshold {
       Inputs = {
