@@ -127,6 +127,15 @@ inline void PixelFromColor(Pixel& p, KColor const& c)
     p.alpha = Truncate16(c.alpha);
 }
 
+/// The same of floats, which keep what lies beyond 0 to 1.
+inline void PixelFromColor(FltPixel& p, KColor const& c)
+{
+    p.red = c.red;
+    p.green = c.green;
+    p.blue = c.blue;
+    p.alpha = c.alpha;
+}
+
 inline KColor::KColor(KColor32 const& c)
     : KColor(static_cast<float>(c.red) / 65535.0F, static_cast<float>(c.green) / 65535.0F,
              static_cast<float>(c.blue) / 65535.0F, static_cast<float>(c.alpha) / 65535.0F)

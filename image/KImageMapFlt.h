@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
-#include "image/KImageMap.h"
+#include "image/KRange.h"
+#include "image/KVector2.h"
 
 namespace ombrelune {
+
+class KImage;
 
 /// What a KImageMapFlt is made of. A plain record: the parameters of tools are bound to its members.
 struct KImageMapFltData {
@@ -34,22 +38,26 @@ public:
     int GetIndexCount() const { return blobCount_; }
 
     std::vector<float> distances; ///< in pixels, row by row; -1 for pixels that were not reached
-    std::vector<int> blobs;       ///< number of each pixel's blob from 0 on, -1 without one
+    std::vector<int> blobs; ///< number of each pixel's blob from 0 on, -1 without one; empty for seed points
 
 private:
     std::size_t Index(int x, int y) const
     {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x);
     }
-    void PointAdd(int x, int y, float distance, int blob);
-    void PointsScan(int blob);
-    void DoPoint(int x, int y, float distance, int blob);
+    /// A listed pixel; the sides of pictures end at 65536.
+    struct Point {
+        std::uint16_t x, y;
+    };
+
+    void Reach(Point p, float distance, int blob);
+    template <bool kBlobs> void PointsScan(int blob);
 
     int width_, height_;
     int blobCount_ = 0;
-    // While the distances grow: the pixels in range, and those that have yet to reach their neighbours.
-    KImageMap mask_;
-    std::vector<KVector2i> points_;
+    // While the distances grow: the pixels that have yet to reach their neighbours come first.
+    std::vector<Point> points_;
+    std::size_t count_ = 0;
 };
 
 } // namespace ombrelune

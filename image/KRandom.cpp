@@ -3,15 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "image/KRandomStream.h"
+
 namespace ombrelune {
-
-namespace {
-
-constexpr float kRange = 2147483648.0F;
-constexpr float kBelowRange =
-    2147483520.0F; // the float before 2^31, which the largest draws would round up to
-
-} // namespace
 
 void Ksrand(unsigned seed) { srandom(seed); }
 
@@ -32,7 +26,7 @@ float KRandomTimeSeed(float time, unsigned seed)
     return static_cast<float>(static_cast<double>(Krand()) / 2147483648.0);
 }
 
-float KRandom(float a) { return a * (std::min(static_cast<float>(Krand()), kBelowRange) / kRange); }
+float KRandom(float a) { return a * RandomPart(Krand()); }
 
 float KRandom(float a, float b) { return a + KRandom(b - a); }
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "image/KImageMap.h"
 #include "image/KImageMapFlt.h"
 #include "image/KRandom.h"
 #include "tests/image/kimage_helpers.h"
@@ -255,6 +256,64 @@ TEST(ImageMapFlt, SeedsReachWhatTheMaskJoins)
     KImageMapFlt const none(image.get(), data);
     EXPECT_TRUE(
         std::all_of(none.distances.begin(), none.distances.end(), [](float d) { return d == -1.0F; }));
+}
+
+/// The walk in plain steps: every pixel of the list in turn from the last, its place taken by the list's
+/// last.
+std::vector<float> WalkedDistances(KImage const& image, KImageMapFltData const& data)
+{
+    int const width = image.Width(), height = image.Height();
+    auto const at = [&](int x, int y) { return static_cast<std::size_t>(y * width + x); };
+    std::vector<float> distances(at(0, height), -1.0F);
+    std::vector<KVector2i> list;
+    for (int i = 0; i < data.pointCount; ++i) {
+        KVector2i const p(static_cast<int>(data.points[i].x), static_cast<int>(data.points[i].y));
+        distances[at(p.x, p.y)] = data.radii[i] * static_cast<float>(width);
+        list.push_back(p);
+    }
+    int const steps[8][2] = {{-1, 0}, {-1, 1}, {-1, -1}, {0, 1}, {0, -1}, {1, 0}, {1, 1}, {1, -1}};
+    while (!list.empty()) {
+        for (auto i = static_cast<int>(list.size()) - 1; i >= 0; --i) {
+            KVector2i const p = list[static_cast<std::size_t>(i)];
+            list[static_cast<std::size_t>(i)] = list.back();
+            list.pop_back();
+            for (auto const& step : steps) {
+                int const x = p.x + step[0], y = p.y + step[1];
+                if (x < 0 || y < 0 || x >= width || y >= height) continue;
+                float const length = step[0] != 0 && step[1] != 0 ? static_cast<float>(std::sqrt(2.0)) : 1.0F;
+                float const d = distances[at(p.x, p.y)] + length;
+                float& old = distances[at(x, y)];
+                if (old >= 0.0F) {
+                    old = std::min(old, d);
+                } else if (data.range.IsIn(PixelGetChannel(At<FltPixel>(image, x, y), data.channel))) {
+                    old = d;
+                    list.emplace_back(x, y);
+                }
+            }
+        }
+    }
+    return distances;
+}
+
+TEST(ImageMapFlt, WalksAsTold)
+{
+    std::mt19937 random(11);
+    for (auto [width, height] : {std::pair(61, 40), std::pair(1, 9), std::pair(9, 1), std::pair(2, 2)}) {
+        // Three of four pixels are in range.
+        std::vector<std::string> rows(static_cast<std::size_t>(height),
+                                      std::string(static_cast<std::size_t>(width), '*'));
+        for (auto& row : rows)
+            for (char& c : row) c = random() % 4 == 0 ? '.' : '*';
+        Owned const image = Stencil(rows);
+        KImageMapFltData data = OverAlpha(0);
+        data.pointCount = 3;
+        for (int i = 0; i < 3; ++i) {
+            data.points[i] = {static_cast<float>(random() % static_cast<unsigned>(width)),
+                              static_cast<float>(random() % static_cast<unsigned>(height))};
+            data.radii[i] = 0.07F * static_cast<float>(i);
+        }
+        EXPECT_EQ(KImageMapFlt(image.get(), data).distances, WalkedDistances(*image, data)) << width;
+    }
 }
 
 } // namespace
