@@ -46,7 +46,14 @@ public:
     void Span(KColor* colors, int count) override { KEffectColor::Span(colors, count); }
 };
 
-template <std::derived_from<KEffectPixel> Effect> class KRowForm<Effect> : public Effect {
+template <class Effect>
+concept HasOwnRow = requires
+{
+    requires Effect::kOwnRow;
+};
+
+template <std::derived_from<KEffectPixel> Effect>
+requires(!HasOwnRow<Effect>) class KRowForm<Effect> : public Effect {
 public:
     void Row(KPixelRow const& row) override
     {
@@ -57,6 +64,13 @@ public:
             PixelRow<Pixel>(row,
                             [this](int x, int y, KImage* source) { return this->Effect::F(x, y, source); });
     }
+};
+
+template <std::derived_from<KEffectPixel> Effect>
+requires HasOwnRow<Effect>
+class KPlainForm<Effect> : public Effect {
+public:
+    void Row(KPixelRow const& row) override { KEffectPixel::Row(row); }
 };
 
 template <std::derived_from<KEffectPosition> Effect> class KRowForm<Effect> : public Effect {

@@ -1,6 +1,7 @@
 #include "image/KRandom.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 namespace ombrelune {
@@ -11,11 +12,33 @@ constexpr float kRange = 2147483648.0F;
 constexpr float kBelowRange =
     2147483520.0F; // the float before 2^31, which the largest draws would round up to
 
+/// The C library's generator with its usual 128 bytes of state.
+class Stream {
+public:
+    Stream() { initstate_r(1, state_, sizeof state_, &data_); }
+    Stream(Stream const&) = delete;
+    Stream& operator=(Stream const&) = delete;
+
+    void Seed(unsigned seed) { srandom_r(seed, &data_); }
+    long Next()
+    {
+        std::int32_t value = 0;
+        random_r(&data_, &value);
+        return value;
+    }
+
+private:
+    alignas(std::int32_t) char state_[128];
+    random_data data_{};
+};
+
+thread_local Stream stream;
+
 } // namespace
 
-void Ksrand(unsigned seed) { srandom(seed); }
+void Ksrand(unsigned seed) { stream.Seed(seed); }
 
-long Krand() { return random(); }
+long Krand() { return stream.Next(); }
 
 void KRandomSeed(unsigned seed)
 {
