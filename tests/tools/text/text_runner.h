@@ -34,7 +34,7 @@ private:
         effect_->SetData(data);
         effect_->ProcessData();
     }
-    std::unique_ptr<KEffect> effect_;
+    std::shared_ptr<KEffect> effect_;
 };
 
 } // namespace ombrelune::test
