@@ -61,23 +61,17 @@ TEST_F(CliText, SizeIsThatOfTheFontInWidthsOfThePicture)
 
 TEST_F(CliText, MovesByPartsOfAPixel)
 {
-    // A stem of "I", a quarter of a pixel further each time: what it covers stays the same, its middle moves.
+    // A stem of "I", a quarter of a pixel further: the middle of what it covers moves as far.
     auto const middle = [&](double x) {
-        Ink const ink = Drawn("I", fmt::format("--set Size=0.2 --set Center={},0.5", x));
+        Drawn("I", fmt::format("--set Size=0.2 --set Center={},0.5", x));
         ReadResult const read = ReadPicture((folder / "t.exr").string());
-        double sum = 0.0;
+        double sum = 0.0, row = 0.0;
         for (int column = 0; column < 400; ++column) {
             FltPixel pixel;
             PixPtr(read.image.Get(), column, 150).GetPixel(pixel);
             sum += pixel.alpha * (column + 0.5);
-        }
-        double row = 0.0;
-        for (int column = 0; column < 400; ++column) {
-            FltPixel pixel;
-            PixPtr(read.image.Get(), column, 150).GetPixel(pixel);
             row += pixel.alpha;
         }
-        EXPECT_GT(ink.area, 0.0);
         return sum / row;
     };
     EXPECT_NEAR(middle(0.5), 200.0, 0.6);
@@ -163,21 +157,15 @@ TEST_F(CliText, BrokenAndEndlessTextsAreDrawnAsFarAsTheyGo)
 }
 
 constexpr char const* kManyTexts =
-    R"({ RenderRange = { 0, 5 }, FrameFormat = { Width = 200, Height = 100 }, Tools = {
+    R"flow({ RenderRange = { 0, 5 }, FrameFormat = { Width = 200, Height = 100 }, Tools = {
     R = Brassfennel.BF_NumberRandom { }, R2 = Brassfennel.BF_NumberRandom { Inputs = { Seed = 3 } },
     J = Brassfennel.BF_TextJuggle { Inputs = { Text = "Many letters in one row", Jugglecharacters = 1 } },
-    F = Brassfennel.BF_TextFormula { Inputs = { Text = "n1 n2", n1 = Input { SourceOp = "R" }, n2 = Input { SourceOp = "R2" } } },
+    F = Brassfennel.BF_TextFormula { Inputs = { Text = "n1 n2", n1 = Input { SourceOp = "R" },
+                                                n2 = Input { SourceOp = "R2" } } },
     A = Text { Inputs = { StyledText = Input { SourceOp = "J" }, Size = Input { SourceOp = "R" } } },
-    B = Text { Inputs = { StyledText = Input { SourceOp = "F" }, Center = Input { Expression = "Point(R2.Number, 0.5)"
-}
-}
-}
-, M = Merge{Inputs = {Background = Input{SourceOp = "A"}, Foreground = Input{SourceOp = "B"}}}, S = Saver
-{
-    Inputs = { Input = Input{SourceOp = "M"}, Filename = "out/####.exr" }
-}
-}
-})";
+    B = Text { Inputs = { StyledText = Input { SourceOp = "F" }, Center = Input { Expression = "Point(R2.Number, 0.5)" } } },
+    M = Merge { Inputs = { Background = Input { SourceOp = "A" }, Foreground = Input { SourceOp = "B" } } },
+    S = Saver { Inputs = { Input = Input { SourceOp = "M" }, Filename = "out/####.exr" } } } })flow";
 
 TEST_F(CliText, BranchesSideBySideGiveTheBytesOfOneThread)
 {

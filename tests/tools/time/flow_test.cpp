@@ -32,7 +32,7 @@ protected:
         reading =
             ReadFlowText("{ FrameFormat = { Width = 16, Height = 8, Depth = 8 }, Tools = {\n" + tools + "} }",
                          (folder / "flow.comp").string());
-        for (Problem const& problem : reading.problems) ADD_FAILURE() << problem.Format();
+        for (Problem const& each : reading.problems) ADD_FAILURE() << each.Format();
         renderer = std::make_unique<Renderer>(*reading.document, quality);
     }
     RenderResult At(char const* op, double time)
