@@ -206,7 +206,8 @@ void KTool::ReadValue(KInput const& entry, Parameter const* value)
     case KPT_Point3D: (*static_cast<KVector3*>(parameter.target))[entry.sub] = single; break;
     case KPT_Text:
         if (auto const* text = dynamic_cast<Text const*>(value))
-            *static_cast<FuStringT<char>*>(parameter.target) = text->value;
+            *static_cast<FuStringT<char>*>(parameter.target) =
+                parameter.control == KCT_Filename ? ResolvedFile(text->value) : text->value;
         break;
     case KPT_Transformation:
         ReadTransformation(*static_cast<KTransformation*>(parameter.target), entry.sub, value);
@@ -366,7 +367,9 @@ void KTool::ProcessImage(ThreadedOperator* op, Request* request, KEffectImage* i
     } else if (engine) {
         engine->Process();
     }
+    bool const isGenerator = source == destination;
     engine.reset();
+    if (isGenerator) source = destination; // which the effect's Done may have replaced
     imageEffect->BufferTrailsSet(data.trails && destination ? destination->CopyOf() : nullptr);
     if (!imageOutput) return;
     // The output gets a reference of its own; the wrapper keeps and drops what it owns.
@@ -395,7 +398,7 @@ void KTool::SetOutputs(Request* request)
 
 void KTool::ProcessDo(ThreadedOperator* op, Request* request, bool cleanUp)
 {
-    if (!effect) return;
+    if (!effect || !CheckFile(request)) return;
     ProcessSetData(op, request, static_cast<int>(scale), fieldCount > 0, fieldNumber, xAspect, yAspect);
     KEffectImage* const imageEffect = ImageEffect();
     if (imageEffect && (destination || effect->GetFlag(KPF_OptionalImage)))

@@ -34,7 +34,7 @@ public:
     /// A standard input, made once; the first one of a set.
     Input* AddInputBF(KParameterStandard standard, float value = kNoDefault);
 
-    // Rendering (KTool.cpp), on the host's calling thread.
+    // Rendering (KTool.cpp, KToolFiles.cpp), on the host's calling thread.
 
     virtual void StartProcess();
     virtual void PreCalcProcess(Request* request);
@@ -46,6 +46,9 @@ public:
     virtual void ProcessCleanUp();
     virtual void ProcessDo(ThreadedOperator* op, Request* request, bool cleanUp);
     virtual void Notify(Input* input, Parameter* value, float time);
+
+    /// File that the effect reads, from its first filename input that is shown; empty for none.
+    std::string FileToRead(Request const& request) const;
 
     /// Shows or hides every input of the effect.
     void ShowInputs(bool show);
@@ -100,6 +103,12 @@ protected:
     void ProcessImage(ThreadedOperator* op, Request* request, KEffectImage* imageEffect);
     std::unique_ptr<KImage> SourceWithTrails(KEffectImage* imageEffect);
     void SetOutputs(Request* request);
+    /// Effects say nothing of their files, so the bridge does: warns of one that is missing, cannot be read,
+    /// is huge or is no text; false after a report of what is no file at all.
+    bool CheckFile(Request* request) const;
+    /// First filename input that is shown and names a file; null for none.
+    Input* FileInput(Request const& request) const;
+    std::string ResolvedFile(std::string const& name) const;
     void RenameChannels(int colorSpace);
     void ApplyAffectInputs(Input* input, Parameter* value, float time);
     /// The effect as one with an image output, else null.

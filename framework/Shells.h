@@ -23,6 +23,10 @@ public:
         return preProcessNeeded || !std::is_same_v<Host, ThreadedOperator>;
     }
     bool KeepsHistory() const override { return MayLeaveTrails(); }
+    SourceFile FileToRead(Request const& request) const override
+    {
+        return {.path = KTool::FileToRead(request)};
+    }
     void NotifyChanged(Input* input, Parameter* value, double time, TagList* tags) override
     {
         FusionDoc const* const document = this->Document();

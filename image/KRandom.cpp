@@ -1,15 +1,42 @@
 #include "image/KRandom.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 
 #include "image/KRandomStream.h"
 
 namespace ombrelune {
 
-void Ksrand(unsigned seed) { srandom(seed); }
+namespace {
 
-long Krand() { return random(); }
+/// The C library's generator with its usual 128 bytes of state.
+class Stream {
+public:
+    Stream() { initstate_r(1, state_, sizeof state_, &data_); }
+    Stream(Stream const&) = delete;
+    Stream& operator=(Stream const&) = delete;
+
+    void Seed(unsigned seed) { srandom_r(seed, &data_); }
+    long Next()
+    {
+        std::int32_t value = 0;
+        random_r(&data_, &value);
+        return value;
+    }
+
+private:
+    alignas(std::int32_t) char state_[128];
+    random_data data_{};
+};
+
+thread_local Stream stream;
+
+} // namespace
+
+void Ksrand(unsigned seed) { stream.Seed(seed); }
+
+long Krand() { return stream.Next(); }
 
 void KRandomSeed(unsigned seed)
 {

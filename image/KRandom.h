@@ -2,8 +2,9 @@
 
 namespace ombrelune {
 
-// Random numbers from the C library's one process-wide generator. The stream repeats only where a single
-// thread seeds and draws.
+// Random numbers: the stream of the C library's random(), one for each thread, so that branches of a flow
+// that run side by side cannot disturb each other. Seed and draw on one thread; rows of a picture run on
+// several.
 
 void Ksrand(unsigned seed);
 /// 0 to 2147483647.

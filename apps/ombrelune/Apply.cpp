@@ -66,6 +66,7 @@ ExitStatus Apply(ApplyOptions const& options)
     Renderer renderer(document, {.quick = options.quick});
     renderer.Start({0.0});
     RenderResult const result = renderer.Evaluate(*output, 0.0);
+    for (Problem const& warning : renderer.TakeWarnings()) Warn(warning.Format());
     if (result.problem) {
         Complain(result.problem->Format());
         return result.problem->isFile ? kFileProblem : kFrameFailed;

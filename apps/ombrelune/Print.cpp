@@ -112,6 +112,7 @@ ExitStatus PrintValues(FusionDoc const& document, Renderer& renderer, std::vecto
             }
             values.push_back(std::move(result.value));
         }
+        for (Problem const& warning : renderer.TakeWarnings()) Warn(warning.Format());
         if (values.size() == outputs.size()) PrintFrame(frame, values, options);
         else if (options.stopOnError) break;
         renderer.FinishFrame(frame);

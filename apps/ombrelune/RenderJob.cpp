@@ -105,6 +105,7 @@ FrameReport RenderJob::RenderFrame(int frame, std::size_t index, Options const& 
     auto const writing = Clock::now();
     for (RenderTarget const* target : wanted)
         if (auto problem = Write(*target, frame)) report.problems.push_back(std::move(*problem));
+    report.warnings = renderer_.TakeWarnings();
     renderer_.FinishFrame(frame);
     report.seconds += SecondsSince(writing);
     return report;

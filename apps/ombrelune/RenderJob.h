@@ -22,6 +22,7 @@ struct FrameReport {
     int frame = 0;
     std::vector<std::string> written = {}, kept = {}; ///< files; the kept ones were there already
     std::vector<Problem> problems = {};
+    std::vector<Problem> warnings = {}; ///< that came up since the last report
     double seconds = 0.0;
 };
 

@@ -73,11 +73,13 @@ void RenderReporter::Frame(FrameReport const& report)
                    {"seconds", report.seconds},
                    {"files", failed ? std::vector<std::string>{} : report.written},
                    {"kept", report.kept},
-                   {"problems", ToJson(report.problems)}});
+                   {"problems", ToJson(report.problems)},
+                   {"warnings", ToJson(report.warnings)}});
         return;
     }
-    if (terminal_ && failed) fmt::print("\r\033[K");
+    if (terminal_ && (failed || !report.warnings.empty())) fmt::print("\r\033[K");
     std::fflush(stdout);
+    for (Problem const& warning : report.warnings) Warn(warning.Format());
     for (Problem const& problem : report.problems)
         Complain(fmt::format("frame {}: {}", report.frame, problem.Format()));
     if (terminal_) {

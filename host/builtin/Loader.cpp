@@ -53,8 +53,8 @@ public:
     {
         Found const found = Find(*request);
         if (!found.problem.empty())
-            return found.isFile ? request->FailFile(Name() + found.problem)
-                                : request->Fail(Name() + found.problem);
+            return found.isGap ? request->FailGap(Name() + found.problem, found.isFile)
+                               : request->Fail(Name() + found.problem);
         if (found.path.empty()) return output->Set(request, Black(*request).Release(), nullptr);
         ReadResult read = ReadPicture(found.path, {.proxy = request->Quality().proxy});
         if (read.problem) return request->FailFile(Name() + ": " + read.problem->Format());
@@ -65,7 +65,8 @@ private:
     /// What a request is answered with: a file, or a black frame without one, or a problem.
     struct Found {
         std::string path = {}, problem = {};
-        bool isFile = false; ///< the problem is a file's
+        bool isGap = false;  ///< the problem is a frame that the sequence does not have
+        bool isFile = false; ///< and its file is not there
     };
 
     Input* AddNumber(char const* name, double value, bool isInteger)
@@ -116,9 +117,11 @@ private:
             else if (outside && missing == MissingFrame::kBlack) return {};
             else if (outside && missing == MissingFrame::kHold) number = std::clamp(number, first, last);
             else if (outside)
-                return {"", fmt::format(" is trimmed to {}-{}: turn on Loop, or render with --missing hold "
-                                        "or black",
-                                        first, last)};
+                return {"",
+                        fmt::format(" is trimmed to {}-{}: turn on Loop, or render with --missing hold "
+                                    "or black",
+                                    first, last),
+                        true};
         }
         std::string const path = PathOfFrame(pattern, number);
         if (std::error_code error; std::filesystem::exists(path, error)) return {path, ""};
@@ -131,7 +134,7 @@ private:
                     fmt::format(": {}: there is no such file, but {} frames from {} to {}; --missing hold or "
                                 "black renders over gaps",
                                 path, there.size(), there.front(), there.back()),
-                    true};
+                    true, true};
         auto const after = std::upper_bound(there.begin(), there.end(), number);
         return {PathOfFrame(pattern, after == there.begin() ? *after : *std::prev(after)), ""};
     }

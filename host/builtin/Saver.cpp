@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include <fmt/format.h>
+
 #include "host/builtin/Builtin.h"
 #include "host/graph/FusionDoc.h"
 #include "host/io/PicturePath.h"
@@ -45,7 +47,10 @@ public:
         if (auto problem = CheckPattern(pattern))
             return request->Fail(Name() + ".Filename: " + problem->text);
         auto* const image = dynamic_cast<Image*>(picture->GetValue(request, 0));
-        if (!image) return request->Fail(Name() + ".Input got no picture");
+        if (!image)
+            return request->Fail(
+                fmt::format("{}.Input got no picture: {} gives none at this time", Name(),
+                            picture->Source() ? picture->Source()->Owner()->Name() : "what is connected"));
 
         if (auto problem = WritePicture(*image, FileToWrite(*request)))
             return request->FailFile(Name() + ": " + problem->Format());

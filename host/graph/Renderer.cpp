@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -104,6 +105,12 @@ void Renderer::FinishFrame(double frame)
             if (state->servesOthers) servesOthers.insert(op);
     }
     cache_.DropFrame(frame, [&](Operator const* op) { return servesOthers.contains(op); });
+}
+
+std::vector<Problem> Renderer::TakeWarnings()
+{
+    std::lock_guard guard(lock_);
+    return std::exchange(warnings_, {});
 }
 
 bool Renderer::KeepsHistory() const
@@ -259,6 +266,12 @@ Results Renderer::MakeField(Visit const& visit, int fieldCount, int fieldNumber)
         request.failure_->line = op.line;
     }
 
+    if (!request.warnings_.empty()) {
+        std::lock_guard guard(lock_);
+        for (std::string& text : request.warnings_)
+            if (warned_.insert(text).second) warnings_.push_back({document_.file, op.line, std::move(text)});
+    }
+
     Results results{.values = std::move(request.results_), .problem = std::move(request.failure_)};
     for (auto const& value : results.values) {
         bool handedOn = false;
@@ -302,6 +315,7 @@ void Renderer::Gather(Request& request, int priority, Visit const& visit)
         Input* input;
         Request::Slot* slot;
         RenderResult result;
+        bool mayMiss; ///< a frame beside the tool's own, which it can do without
     };
     std::vector<Wanted> wanted;
     int branches = 0;
@@ -312,11 +326,14 @@ void Renderer::Gather(Request& request, int priority, Visit const& visit)
         if (slots.empty()) request.SlotOf(*input, 0);
         for (auto& slot : slots)
             if (!slot.given) {
-                wanted.push_back({input.get(), &slot, {}});
+                wanted.push_back({input.get(), &slot, {}, &slot != &slots.front()});
                 branches += input->Source() != nullptr;
             }
     }
-    auto const fetch = [&](Wanted& each) { each.result = Fetch(*each.input, each.slot->time, visit); };
+    auto const fetch = [&](Wanted& each) {
+        each.result = Fetch(*each.input, each.slot->time, visit);
+        if (each.result.problem && each.result.problem->isGap && each.mayMiss) each.result = {};
+    };
     // Numbers are not worth a thread.
     if (priority < 0 && branches > 1) {
         std::vector<std::function<void()>> tasks;

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <memory>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -52,6 +53,9 @@ public:
     };
     Plan PlanOf(Operator& op, double time);
 
+    /// What operators were told to warn of since the last call.
+    std::vector<Problem> TakeWarnings();
+
     /// True when some operator depends on the frames before, so that frames cannot be rendered side by side.
     bool KeepsHistory() const;
     /// Operators that were asked for anything, in order of the document.
@@ -91,7 +95,9 @@ private:
     TaskPool pool_;
     std::atomic<std::uint64_t> looks_ = 0; ///< results with history that were asked for outside a job
 
-    mutable std::mutex lock_; // of the two below
+    mutable std::mutex lock_; // of all below
+    std::set<std::string> warned_;
+    std::vector<Problem> warnings_; ///< not taken yet
     std::unordered_map<Operator const*, std::unique_ptr<State>> states_;
     std::unordered_map<ResultKey, std::shared_ptr<Pending>, ResultKeyHash> underWay_;
 };

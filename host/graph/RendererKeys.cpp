@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "host/graph/RendererState.h"
 
@@ -89,7 +90,8 @@ Renderer::Keyed Renderer::MakeKey(Visit const& visit)
     if (SourceFile const file = op.FileToRead(request); !file.path.empty()) {
         AddFile(key, file.path);
         keyed.varies = keyed.varies || file.isOfSequence;
-        if (visit.frame.plan) visit.frame.plan->reads.push_back(file.path);
+        bool const isRead = !visit.mayMiss || access(file.path.c_str(), F_OK) == 0;
+        if (visit.frame.plan && isRead) visit.frame.plan->reads.push_back(file.path);
     }
     if (std::string const path = op.FileToWrite(request); !path.empty()) {
         key.Add(path);
@@ -116,7 +118,9 @@ std::optional<Problem> Renderer::AddSlots(ResultKeyBuilder& key, bool& varies, R
         }
         Output const* const source = input.Source();
         if (source && !IsSmall(input.DataType())) {
-            Keyed fed = KeyOf(visit.To(*source->Owner(), slot.time));
+            Visit to = visit.To(*source->Owner(), slot.time);
+            to.mayMiss = to.mayMiss || &slot != &slots.front();
+            Keyed fed = KeyOf(to);
             if (fed.problem) return fed.problem;
             key.Add(fed.key).Add(static_cast<double>(source->Index()));
             varies = varies || fed.varies;

@@ -35,9 +35,13 @@ struct Renderer::Visit {
     double time;
     Visit const* from = nullptr;
     int depth = 0;
-    int expressions = 0; ///< that read one another, down to here
+    int expressions = 0;  ///< that read one another, down to here
+    bool mayMiss = false; ///< somebody can do without this frame
 
-    Visit To(Operator& source, double at) const { return {frame, source, at, this, depth + 1, expressions}; }
+    Visit To(Operator& source, double at) const
+    {
+        return {frame, source, at, this, depth + 1, expressions, mayMiss};
+    }
 };
 
 struct Renderer::State {

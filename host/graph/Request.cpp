@@ -42,6 +42,11 @@ void Request::FailFile(std::string text)
     if (!failure_) failure_ = Problem{.text = std::move(text), .isFile = true};
 }
 
+void Request::FailGap(std::string text, bool isFile)
+{
+    if (!failure_) failure_ = Problem{.text = std::move(text), .isFile = isFile, .isGap = true};
+}
+
 void Output::Set(Request* request, Parameter* value, TagList*)
 {
     request->results_[static_cast<std::size_t>(index_)] = Ref<Parameter>::Adopt(value);

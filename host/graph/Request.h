@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "host/graph/Input.h"
@@ -55,7 +56,11 @@ public:
     /// Reports that the frame cannot be made; the first report counts. FailFile lays it to a file.
     void Fail(std::string text);
     void FailFile(std::string text);
+    /// A frame that a sequence does not have: a tool that asked for it beside its own goes on without it.
+    void FailGap(std::string text, bool isFile);
     std::optional<Problem> const& Failure() const { return failure_; }
+    /// Tells what was done otherwise than asked; the frame goes on. Each text is told once in a job.
+    void Warn(std::string text) { warnings_.push_back(std::move(text)); }
 
 private:
     friend class Output;
@@ -76,6 +81,7 @@ private:
     std::vector<std::vector<Slot>> slots_; // by input index
     std::vector<Ref<Parameter>> results_;  // by output index
     std::optional<Problem> failure_;
+    std::vector<std::string> warnings_;
 };
 
 } // namespace ombrelune

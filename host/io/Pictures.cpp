@@ -8,11 +8,11 @@
 #include <memory>
 #include <system_error>
 
-#include <dlfcn.h>
 #include <fmt/format.h>
 
 #include "host/io/AtomicFile.h"
 #include "host/io/PictureModule.h"
+#include "host/value/LoadModule.h"
 #include "host/value/NearestName.h"
 
 namespace ombrelune {
@@ -26,26 +26,16 @@ struct Loaded {
     std::optional<Problem> problem;
 };
 
-/// A module that lies beside this library; it is loaded on first use and stays.
-Loaded LoadModule(char const* name)
+Loaded Load(char const* name)
 {
-    Dl_info self{};
-    dladdr(reinterpret_cast<void const*>(&LoadModule), &self);
-    std::string const file = (fs::path(self.dli_fname ? self.dli_fname : "").parent_path() / name).string();
-    void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const entry = library ? dlsym(library, kPictureModuleEntry) : nullptr;
-    if (!entry) {
-        char const* const reason = dlerror();
-        return {nullptr, Problem{file, 0,
-                                 fmt::format("the picture library cannot be loaded: {}",
-                                             reason ? reason : "it is not one of ours")}};
-    }
-    return {reinterpret_cast<PictureModule const* (*)()>(entry)(), {}};
+    ModuleEntry entry = LoadModule(name, kPictureModuleEntry, "the picture library");
+    if (entry.problem) return {nullptr, std::move(entry.problem)};
+    return {reinterpret_cast<PictureModule const* (*)()>(entry.function)(), {}};
 }
 
 Loaded const& Module()
 {
-    static Loaded const loaded = LoadModule(kPictureModuleFile);
+    static Loaded const loaded = Load(kPictureModuleFile);
     return loaded;
 }
 
@@ -53,7 +43,7 @@ Loaded const& Module()
 PictureModule const* QuickModule(PictureFormat format)
 {
     if (format != PictureFormat::kTiff) return nullptr;
-    static Loaded const loaded = LoadModule(kTiffModuleFile);
+    static Loaded const loaded = Load(kTiffModuleFile);
     return loaded.module;
 }
 

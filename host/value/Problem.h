@@ -12,6 +12,7 @@ struct Problem {
     int line = 0; ///< from 1; 0 when the whole file is meant
     std::string text = {};
     bool isFile = false; ///< a file could not be read or written; the flow may be right
+    bool isGap = false;  ///< a frame that its sequence does not have
 
     /// "file:line: text", without the parts that are not known.
     std::string Format() const;

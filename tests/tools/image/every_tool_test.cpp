@@ -66,6 +66,7 @@ TEST_P(EveryTool, GivesTheSameBytesByRowsOrPixelsOnOneThreadOrTwo)
             data.superSample = seed == 6 ? 2 : 1;
             SetThreadCount(1);
             Picture const expected = Apply(*plainImage, *source, data);
+            if (!expected) continue; // a choice among pictures of which none is connected
             EXPECT_TRUE(SameBytes(*Apply(*rowsImage, *source, data), *expected));
             SetThreadCount(2);
             EXPECT_TRUE(SameBytes(*Apply(*rowsImage, *source, data), *expected));
@@ -83,6 +84,7 @@ TEST_P(EveryTool, MakesNumbersOfNumbersDownToOnePixel)
             if (!image) GTEST_SKIP() << "makes no picture";
             Picture const source = MakeBusyPicture(depth, side, side);
             Picture const result = Apply(*image, *source);
+            if (!result) GTEST_SKIP() << "makes no picture of this one alone";
             for (int y = 0; y < side; ++y)
                 for (int x = 0; x < side; ++x)
                     for (int channel = 0; channel < 4; ++channel)

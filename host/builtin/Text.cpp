@@ -1,0 +1,237 @@
+// Text: draws a text, on nothing in the document's format or over a picture.
+
+#include <algorithm>
+#include <cstring>
+
+#include <fmt/format.h>
+
+#include "host/builtin/Builtin.h"
+#include "host/graph/FusionDoc.h"
+#include "host/image/PixPtr.h"
+#include "host/text/TextModule.h"
+#include "host/value/LoadModule.h"
+#include "host/value/Parallel.h"
+
+namespace ombrelune {
+
+namespace {
+
+constexpr std::size_t kMostBytes = 1 << 16; // what is laid out for a picture; more would not be read
+
+struct LoadedText {
+    TextModule const* module = nullptr;
+    std::optional<Problem> problem;
+};
+
+LoadedText const& Module()
+{
+    static LoadedText const loaded = [] {
+        ModuleEntry entry = LoadModule(kTextModuleFile, kTextModuleEntry, "the text library");
+        if (entry.problem) return LoadedText{nullptr, std::move(entry.problem)};
+        return LoadedText{reinterpret_cast<TextModule const* (*)()>(entry.function)(), {}};
+    }();
+    return loaded;
+}
+
+/// Every second row, from row 0 or 1 on.
+Ref<Image> FieldOf(Image const& frame, int field)
+{
+    Ref<Image> result = NewImageTagList({{Img_Like, &frame}, {Img_Height, std::max(frame.Height() / 2, 1)}});
+    if (!result) return result;
+    for (int y = 0; y < result->Height(); ++y) {
+        int const from = std::min(2 * y + field, frame.Height() - 1);
+        std::memcpy(result->MainRow(y), frame.MainRow(from), frame.RowBytes());
+        if (!frame.IsPlain())
+            std::memcpy(result->AuxRow(y), frame.AuxRow(from),
+                        static_cast<std::size_t>(frame.Width() * frame.AuxFloats()) * sizeof(float));
+    }
+    return result;
+}
+
+class TextOperator : public SourceOperator {
+public:
+    TextOperator(Registry const* registry, ScriptVal const& settings, TagList const& tags)
+        : SourceOperator(registry, settings, tags)
+    {
+        AddIdentityInput();
+        AddControlPageTagList("Text", {});
+        text = AddText("Styled Text", "StyledText", "", 10);
+        font = AddText("Font", "Font", "DejaVu Sans", 1);
+        style = AddText("Style", "Style", "Regular", 1);
+        size =
+            AddNumber("Size", "Size", CLSID_InputControl_Slider, 0.08,
+                      {{Attr_MinHard, 0.0}, {Attr_MaxHard, 10.0}, {Attr_MinSoft, 0.0}, {Attr_MaxSoft, 0.5}});
+        static constexpr char const* names[] = {"Red 1", "Green 1", "Blue 1", "Alpha 1"};
+        static constexpr char const* ids[] = {"Red1", "Green1", "Blue1", "Alpha1"};
+        for (int channel = 0; channel < 4; ++channel) {
+            color[channel] = AddNumber(names[channel], ids[channel], CLSID_InputControl_Color, 1.0,
+                                       {{Attr_GroupNumber, 1}, {Attr_GroupChannel, channel}});
+            color[channel]->SetAttrsTagList({{Attr_MinSoft, 0.0}, {Attr_MaxSoft, 1.0}});
+        }
+        color[0]->SetAttrsTagList({{Attr_ControlName, "Color"}}); // the label of all four
+        color[3]->SetAttrsTagList({{Attr_MinHard, 0.0}, {Attr_MaxHard, 1.0}});
+        AddControlPageTagList("Layout", {});
+        center = AddInputTagList("Center", "Center",
+                                 {{Attr_DataType, CLSID_DataType_Point},
+                                  {Attr_InputControl, CLSID_InputControl_Offset},
+                                  {Attr_PreviewControl, CLSID_PreviewControl_Crosshair},
+                                  {Attr_DefaultX, 0.5},
+                                  {Attr_DefaultY, 0.5}});
+        horizontal =
+            AddChoice("Horizontal Justification", "HorizontalJustification", {"Left", "Center", "Right"});
+        vertical = AddChoice("Vertical Justification", "VerticalJustification", {"Top", "Center", "Bottom"});
+        lineSpacing = AddNumber("Line Spacing", "LineSpacing", CLSID_InputControl_Slider, 1.0,
+                                {{Attr_MinHard, 0.01}, {Attr_MaxHard, 100.0}, {Attr_MaxSoft, 4.0}});
+        characterSpacing = AddNumber("Character Spacing", "CharacterSpacing", CLSID_InputControl_Slider, 1.0,
+                                     {{Attr_MinHard, 0.0}, {Attr_MaxHard, 100.0}, {Attr_MaxSoft, 4.0}});
+        input = AddInputTagList("Input", "Input",
+                                {{Attr_DataType, CLSID_DataType_Image},
+                                 {Attr_MainNumber, 1},
+                                 {Attr_Priority, -1},
+                                 {Attr_Required, false}});
+    }
+    unsigned SizeOf() const override { return sizeof(TextOperator); }
+
+    void Process(Request* request) override
+    {
+        LoadedText const& loaded = Module();
+        if (loaded.problem) return request->FailFile(Name() + ": " + loaded.problem->Format());
+        Ref<Image> const image = Canvas(request);
+        if (!image) return request->Fail(Name() + ": no memory for a picture of this size");
+
+        int const rowsPerRow = fieldCount > 0 ? 2 : 1; // rows of the frame for each of the picture
+        double const pixelHeight = image->YScale() / image->XScale();
+        TextGrid grid{.width = image->Width(),
+                      .height = image->Height(),
+                      .yOrigin = 0.0,
+                      .yStep = rowsPerRow * pixelHeight};
+        // A field's rows lie in the middle of rows of the frame.
+        if (fieldCount > 0) grid.yOrigin = (fieldNumber - 0.5) * pixelHeight;
+        TextCoverage const drawn = loaded.module->draw(BlockOf(request, grid), grid);
+        if (!drawn.problem.empty()) return request->Fail(Name() + ".Font: " + drawn.problem);
+        WarnOfFonts(request, drawn);
+        Lay(request, drawn, *image);
+        imageOutput->Set(request, Ref<Image>(image).Release(), nullptr);
+    }
+
+private:
+    Input* AddText(char const* label, char const* id, char const* value, int lines)
+    {
+        return AddInputTagList(label, id,
+                               {{Attr_DataType, CLSID_DataType_Text},
+                                {Attr_InputControl, CLSID_InputControl_TextEdit},
+                                {Attr_TextLines, lines},
+                                {Attr_DefaultText, value}});
+    }
+    Input* AddNumber(char const* label, char const* id, FuID control, double value, TagList const& more)
+    {
+        TagList tags{
+            {Attr_DataType, CLSID_DataType_Number}, {Attr_InputControl, control}, {Attr_Default, value}};
+        return AddInputTagList(label, id, tags.Merge(more));
+    }
+    Input* AddChoice(char const* label, char const* id, std::initializer_list<char const*> names)
+    {
+        TagList tags{{Attr_MinHard, 0.0}, {Attr_MaxHard, static_cast<double>(names.size()) - 1.0}};
+        for (char const* name : names) tags.Add({Attr_ListEntry, name});
+        return AddNumber(label, id, CLSID_InputControl_MultiButton, 1.0, tags);
+    }
+
+    static double NumberOf(Input const* from, Request* request)
+    {
+        return dynamic_cast<Number const&>(*from->GetValue(request, 0)).value;
+    }
+    static std::string TextOf(Input const* from, Request* request)
+    {
+        auto const* value = dynamic_cast<Text const*>(from->GetValue(request, 0));
+        return value ? value->value : "";
+    }
+    static TextAlign AlignOf(Input const* from, Request* request)
+    {
+        return static_cast<TextAlign>(static_cast<int>(NumberOf(from, request) + 0.5));
+    }
+
+    /// The picture that is drawn on: a copy of the input's, or transparent black.
+    Ref<Image> Canvas(Request* request) const
+    {
+        if (auto const* under = dynamic_cast<Image const*>(input->GetValue(request, 0)))
+            return fieldCount > 0 ? FieldOf(*under, fieldNumber) : under->CopyOfImage(false);
+        auto const side = [&](Input const* from) {
+            return std::max(static_cast<int>(NumberOf(from, request)) / proxyScale, 1);
+        };
+        int const height = fieldCount > 0 ? std::max(side(heightInput) / 2, 1) : side(heightInput);
+        Ref<Image> image = NewImageTagList(
+            {{Img_Document, &FormatOf(Document())}, {Img_Width, side(widthInput)}, {Img_Height, height}});
+        if (image) image->Clear();
+        return image;
+    }
+
+    TextBlock BlockOf(Request* request, TextGrid const& grid) const
+    {
+        auto const& place = dynamic_cast<Point const&>(*center->GetValue(request, 0));
+        double const em = NumberOf(size, request) * grid.width;
+        double const frameHeight = grid.height * grid.yStep;
+        TextBlock block{.text = TextOf(text, request),
+                        .family = TextOf(font, request),
+                        .style = TextOf(style, request),
+                        .size = em,
+                        .x = place.x * grid.width,
+                        .y = place.y * frameHeight,
+                        .horizontal = AlignOf(horizontal, request),
+                        .vertical = AlignOf(vertical, request),
+                        .lineSpacing = NumberOf(lineSpacing, request),
+                        .characterExtra = (NumberOf(characterSpacing, request) - 1.0) * em};
+        if (block.text.size() > kMostBytes) {
+            request->Warn(fmt::format("{}.StyledText is {} bytes long; the first {} are drawn", Name(),
+                                      block.text.size(), kMostBytes));
+            block.text.resize(kMostBytes);
+        }
+        return block;
+    }
+
+    void WarnOfFonts(Request* request, TextCoverage const& drawn) const
+    {
+        std::string const family = TextOf(font, request);
+        if (!drawn.usedFamily.empty())
+            request->Warn(fmt::format("{}.Font: there is no font family {}; {} is used instead", Name(),
+                                      Quoted(family), drawn.usedFamily));
+        if (!drawn.usedStyle.empty())
+            request->Warn(fmt::format("{}.Style: {} has no style {}; {} is used instead", Name(),
+                                      drawn.usedFamily.empty() ? family : drawn.usedFamily,
+                                      Quoted(TextOf(style, request)), drawn.usedStyle));
+    }
+
+    /// The colour over the picture, as far as the text covers it.
+    void Lay(Request* request, TextCoverage const& drawn, Image& image) const
+    {
+        float straight[4];
+        for (int channel = 0; channel < 4; ++channel)
+            straight[channel] = static_cast<float>(NumberOf(color[channel], request));
+        float const opacity = straight[3];
+        float const premultiplied[] = {straight[2] * opacity, straight[1] * opacity, straight[0] * opacity,
+                                       opacity};
+        ParallelFor(drawn.height, [&](int row) {
+            auto const* covered = drawn.coverage.data() + static_cast<std::ptrdiff_t>(row) * drawn.width;
+            PixPtr pixels(&image, drawn.x, drawn.y + row);
+            FltPixel pixel;
+            for (int x = 0; x < drawn.width; ++x, pixels.NextPixel()) {
+                if (covered[x] == 0) continue;
+                float const part = static_cast<float>(covered[x]) / 255.0F;
+                pixels.GetPixel(pixel);
+                for (int w = 0; w < 4; ++w)
+                    pixel.word[w] = pixel.word[w] * (1.0F - opacity * part) + premultiplied[w] * part;
+                pixels.SetPixel(pixel);
+            }
+        });
+    }
+
+    Input *text, *font, *style, *size, *color[4], *center, *horizontal, *vertical, *lineSpacing,
+        *characterSpacing;
+    Input* input;
+};
+
+Registry const textRegistry(ClassRegistry(), "Text",
+                            BuiltinTags<TextOperator>("Text", "Draws a text, alone or over a picture"));
+
+} // namespace
+
+} // namespace ombrelune
