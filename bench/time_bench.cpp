@@ -7,6 +7,7 @@
 
 #include "bench/Floor.h"
 #include "framework/Registration.h"
+#include "host/image/BufferPool.h"
 
 namespace ombrelune::bench {
 namespace {
@@ -112,6 +113,7 @@ void ReadAll(std::vector<Ref<Image>> const& pictures)
 void AverageAgainstReading(benchmark::State& state, int depth, int threads)
 {
     SetThreadCount(threads);
+    SetPoolLimit(std::size_t{4} << 30); // room for all, so that the result's buffer is warm
     Case const row{Noise(3840, 2160, depth), threads};
     Work const work = average(row);
     if (!work) return state.SkipWithError("wrong result");

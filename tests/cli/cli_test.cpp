@@ -304,7 +304,8 @@ TEST_F(Cli, EveryToolHasAnExampleThatRenders)
         EXPECT_EQ(ended.status, 0) << ended.errors;
         ReadResult const made = ReadPicture((folder / "out" / (name + ".png")).string());
         ASSERT_FALSE(made.problem) << made.problem->Format();
-        EXPECT_EQ(made.image->Width(), 600);
+        // One that shows single lines of a picture is half as wide.
+        EXPECT_EQ(made.image->Width(), name == "SmartFieldStrobe" ? 300 : 600);
         fs::remove_all(folder / "examples");
     }
 }

@@ -1,6 +1,7 @@
 // Average: the mean of a run of frames, before and after the present one.
 
 #include <algorithm>
+#include <cstdint>
 #include <type_traits>
 #include <vector>
 
@@ -25,8 +26,12 @@ inline UInt4 Quotient(UInt4 sum, Float4 divisor)
 }
 inline Float4 Quotient(Float4 sum, Float4 divisor) { return sum / divisor; }
 
+inline UInt4 LoadWords(std::uint16_t const* words) { return LoadUInt4(words); }
+inline Float4 LoadWords(float const* words) { return LoadFloat4(words); }
 inline UInt4 Words(Pixel const& p) { return LoadUInt4(p.word); }
 inline Float4 Words(FltPixel const& p) { return LoadFloat4(p.word); }
+
+template <class Record> using VectorOf = decltype(Words(Record()));
 
 } // namespace
 
@@ -124,32 +129,72 @@ private:
 
     template <class Record> void RowOf(KPixelRow const& row) const
     {
-        using Vector = decltype(Words(Record()));
-        float const d = static_cast<float>(divisor);
-        Vector sums[kRun];
+        bool const isStored = std::all_of(frames.begin(), frames.end(), [](KImage const* frame) {
+            return frame->FImage()->Layout() == kPlainLayout<Record>;
+        });
+        VectorOf<Record> sums[kRun];
         for (int x = 0; x < width; x += kRun) {
             int const count = std::min(kRun, width - x);
-            for (std::size_t i = 0; i < frames.size(); ++i)
-                WithCursor<Record>(frames[i]->FImage(), x, row.y, [&](auto in) {
-                    Record pixel;
-                    for (int p = 0; p < count; ++p) {
-                        pixel >>= in;
-                        sums[p] = i == 0 ? Words(pixel) : sums[p] + Words(pixel);
-                    }
-                });
-            WithCursor<Record>(row.destination->FImage(), x, row.y, [&](auto out) {
-                Record pixel;
-                for (int p = 0; p < count; ++p) {
-                    Store(Quotient(sums[p], Float4{d, d, d, d}), pixel.word);
-                    out >>= pixel;
-                }
-            });
+            if (isStored) AddStored<Record>(x, row.y, sums, count);
+            else AddRead<Record>(x, row.y, sums, count);
+            WriteMeans<Record>(row.destination->FImage(), x, row.y, sums, count);
         }
     }
-    template <class Record, class Body> static void WithCursor(Image* image, int x, int y, Body const& body)
+
+    /// Sums of a run of pixels, frame by frame from the first on; the order of a float sum counts.
+    template <class Record> void AddRead(int x, int y, VectorOf<Record>* sums, int count) const
     {
-        if (image->Layout() == kPlainLayout<Record>) body(PlainPixPtr<StoredWord<Record>>(image, x, y));
-        else body(PixPtr(image, x, y));
+        for (std::size_t i = 0; i < frames.size(); ++i) {
+            PixPtr in(frames[i]->FImage(), x, y);
+            Record pixel;
+            for (int p = 0; p < count; ++p) {
+                pixel >>= in;
+                sums[p] = i == 0 ? Words(pixel) : sums[p] + Words(pixel);
+            }
+        }
+    }
+    /// The same where the words are stored as they are, several frames at a time.
+    template <class Record> void AddStored(int x, int y, VectorOf<Record>* sums, int count) const
+    {
+        StoredWord<Record> const* words[8];
+        for (std::size_t first = 0; first < frames.size();) {
+            std::size_t const left = frames.size() - first, some = left >= 8 ? 8 : left >= 4 ? 4 : 1;
+            for (std::size_t k = 0; k < some; ++k)
+                words[k] =
+                    reinterpret_cast<StoredWord<Record> const*>(frames[first + k]->FImage()->MainRow(y)) +
+                    4 * x;
+            if (some == 8) AddSome<8>(words, first == 0, sums, count);
+            else if (some == 4) AddSome<4>(words, first == 0, sums, count);
+            else AddSome<1>(words, first == 0, sums, count);
+            first += some;
+        }
+    }
+    template <int kSome, class Stored, class Vector>
+    static void AddSome(Stored const* const* words, bool areFirst, Vector* sums, int count)
+    {
+        for (int p = 0; p < count; ++p) {
+            Vector sum = LoadWords(words[0] + 4 * p);
+            if (!areFirst) sum = sums[p] + sum;
+            for (int k = 1; k < kSome; ++k) sum += LoadWords(words[k] + 4 * p);
+            sums[p] = sum;
+        }
+    }
+    template <class Record>
+    void WriteMeans(Image* image, int x, int y, VectorOf<Record> const* sums, int count) const
+    {
+        auto const d = static_cast<float>(divisor);
+        Float4 const by{d, d, d, d};
+        if (image->Layout() == kPlainLayout<Record>) {
+            auto* words = reinterpret_cast<StoredWord<Record>*>(image->MainRow(y)) + 4 * x;
+            for (int p = 0; p < count; ++p) Store(Quotient(sums[p], by), words + 4 * p);
+            return;
+        }
+        PixPtr out(image, x, y);
+        Record pixel;
+        for (int p = 0; p < count; ++p) {
+            Store(Quotient(sums[p], by), pixel.word);
+            out >>= pixel;
+        }
     }
 
     std::vector<KImage*> frames;

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <type_traits>
 #include <vector>
 
 #include "framework/Registration.h"
 #include "host/image/PixPtr.h"
-#include "image/PixelMath.h"
+#include "host/image/Vector4.h"
+#include "image/ColorVectors.h"
 #include "tools/time/FrameSizes.h"
 
 namespace ombrelune {
@@ -14,6 +17,84 @@ namespace ombrelune {
 namespace {
 
 constexpr int kMostFrames = 1024;
+constexpr int kStretch = 256; // pixels
+
+/// A row of the pictures, whose pixels are four words of 0 to 65535 as floats.
+template <class Stored> class PlainRow {
+public:
+    PlainRow(int y, Image* map, Image* const* frames, Image* out)
+        : y_(y), map_(Start(map)), frames_(frames), out_(reinterpret_cast<Stored*>(out->MainRow(y)))
+    {}
+
+    Float4 Map(int x) const { return Load(map_ + 4 * x); }
+    Stored const* Frame(int i) const { return Start(frames_[i]); }
+    Float4 Read(Stored const* frame, int x) const { return Load(frame + 4 * x); }
+    Float4 ReadNext(Stored const* frame, int x) const { return Load(frame + 4 * x); }
+    void Write(int x, Int4 words) const
+    {
+        if constexpr (std::is_same_v<Stored, float>)
+            Store(__builtin_convertvector(words, Float4) / 65535.0F, out_ + 4 * x);
+        else Store(reinterpret_cast<UInt4>(words), out_ + 4 * x);
+    }
+
+private:
+    Stored const* Start(Image* image) const { return reinterpret_cast<Stored const*>(image->MainRow(y_)); }
+    static Float4 Load(Stored const* stored)
+    {
+        Float4 const words = LoadFloat4(stored);
+        if constexpr (std::is_same_v<Stored, float>) {
+            // As any float is read as an integer: limited, 0 for what is not a number, rounded.
+            Float4 const zero{}, limited = Smaller(Larger(zero, words), zero + 1.0F) * 65535.0F + 0.5F;
+            return __builtin_convertvector(__builtin_convertvector(limited, Int4), Float4);
+        } else {
+            return words;
+        }
+    }
+
+    int y_;
+    Stored const* map_;
+    Image* const* frames_;
+    Stored* out_;
+};
+
+/// The same for pictures of any depth; auxiliary words are those of the frame.
+class AnyRow {
+public:
+    AnyRow(int row, Image* map, Image* const* frames, Image* out)
+        : y(row), in(map, 0, row), images(frames), to(out, 0, row)
+    {}
+
+    Float4 Map(int)
+    {
+        next >>= in;
+        return Words(next);
+    }
+    Image* Frame(int i) const { return images[i]; }
+    Float4 Read(Image* frame, int x) { return Read(frame, x, pixel); }
+    Float4 ReadNext(Image* frame, int x) { return Read(frame, x, next); }
+    void Write(int, Int4 words)
+    {
+        Store(reinterpret_cast<UInt4>(words), pixel.word);
+        to >>= pixel;
+    }
+
+private:
+    static Float4 Words(Pixel const& p)
+    {
+        return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(p.word)), Float4);
+    }
+    Float4 Read(Image* frame, int x, Pixel& into) const
+    {
+        PixPtr(frame, x, y).GetPixel(into);
+        return Words(into);
+    }
+
+    int y;
+    PixPtr in;
+    Image* const* images;
+    PixPtr to;
+    Pixel pixel, next;
+};
 
 enum MapChannel { kRed, kGreen, kBlue, kAlpha, kLuminance };
 
@@ -79,24 +160,11 @@ public:
     int ThreadCount(int) override { return height; }
     void F(int, int y, KImage*, KImage* destination) override
     {
-        int const last = static_cast<int>(frames.size()) - 1;
-        PixPtr mapped(map->FImage(), 0, y), out(destination->FImage(), 0, y);
-        Pixel m, pixel, next;
-        for (int x = 0; x < width; ++x) {
-            m >>= mapped;
-            float const v = Selected(m) * scale;
-            int const i = std::clamp(static_cast<int>(v), 0, last);
-            Read(i, x, y, pixel);
-            if (interpolate) {
-                Read(std::min(i + 1, last), x, y, next);
-                float const f = v - std::trunc(v);
-                for (int w = 0; w < 4; ++w)
-                    pixel.word[w] = static_cast<std::uint32_t>(
-                        static_cast<int>((1.0F - f) * static_cast<float>(pixel.word[w]) +
-                                         f * static_cast<float>(next.word[w])));
-            }
-            out >>= pixel;
-        }
+        if (AreAll(PixelLayout::kPlainInt16, *destination))
+            MapRow(PlainRow<std::uint16_t>(y, map->FImage(), frames.data(), destination->FImage()));
+        else if (AreAll(PixelLayout::kPlainFloat, *destination))
+            MapRow(PlainRow<float>(y, map->FImage(), frames.data(), destination->FImage()));
+        else MapRow(AnyRow(y, map->FImage(), frames.data(), destination->FImage()));
     }
 
     int mainTime; // 0 the flow's, 1 the source time
@@ -114,23 +182,66 @@ private:
         return static_cast<int>(std::min(std::abs(Span()) + 1, static_cast<long long>(kMostFrames)));
     }
 
-    void Read(int frame, int x, int y, Pixel& pixel) const
+    bool AreAll(PixelLayout layout, KImage const& destination) const
     {
-        PixPtr(frames[static_cast<std::size_t>(frame)], x, y).GetPixel(pixel);
+        auto const is = [layout](Image const* image) { return image->Layout() == layout; };
+        return is(map->FImage()) && is(destination.FImage()) && std::all_of(frames.begin(), frames.end(), is);
     }
 
-    /// 0 to 65535.
-    float Selected(Pixel const& p) const
+    /// Where in the run of frames each pixel of a stretch lies: a frame, and the part of the next one.
+    struct Places {
+        float exact[kStretch];
+        int frames[kStretch];
+        float parts[kStretch];
+    };
+
+    /// First the places of a stretch, then its pixels: neither waits for the other.
+    template <class Row> void MapRow(Row row) const
     {
+        // Copies: what a pixel is written to might be one of ours, for all that the compiler knows.
+        int const last = static_cast<int>(frames.size()) - 1, size = width;
+        bool const isMixed = interpolate;
+        Places places;
+        for (int x = 0; x < size; x += kStretch) {
+            int const count = std::min(kStretch, size - x);
+            FindPlaces(row, x, places, count);
+            for (int p = 0; p < count;) {
+                int const i = places.frames[p];
+                auto const frame = row.Frame(i), next = row.Frame(std::min(i + 1, last));
+                // As far as the same two frames serve.
+                for (; p < count && places.frames[p] == i; ++p) {
+                    Float4 words = row.Read(frame, x + p);
+                    if (isMixed) {
+                        float const f = places.parts[p], rest = 1.0F - f;
+                        words = Float4{rest, rest, rest, rest} * words +
+                                Float4{f, f, f, f} * row.ReadNext(next, x + p);
+                    }
+                    row.Write(x + p, __builtin_convertvector(words, Int4));
+                }
+            }
+        }
+    }
+    template <class Row> void FindPlaces(Row& row, int x, Places& places, int count) const
+    {
+        float const perStep = scale, last = static_cast<float>(frames.size() - 1);
+        auto const find = [&](auto const& selected) {
+            for (int p = 0; p < count; ++p) places.exact[p] = selected(row.Map(x + p)) * perStep;
+            for (int p = 0; p < count; ++p) {
+                places.frames[p] = static_cast<int>(std::min(places.exact[p], last));
+                places.parts[p] = places.exact[p] - std::trunc(places.exact[p]);
+            }
+        };
         switch (channel) {
-        case kRed: return static_cast<float>(p.red);
-        case kGreen: return static_cast<float>(p.green);
-        case kBlue: return static_cast<float>(p.blue);
-        case kAlpha: return static_cast<float>(p.alpha);
+        case kRed: return find([](Float4 p) { return p[int{kChannelRed}]; });
+        case kGreen: return find([](Float4 p) { return p[int{kChannelGreen}]; });
+        case kBlue: return find([](Float4 p) { return p[int{kChannelBlue}]; });
+        case kAlpha: return find([](Float4 p) { return p[int{kChannelAlpha}]; });
         default:
-            return static_cast<float>(std::min({p.red, p.green, p.blue}) +
-                                      std::max({p.red, p.green, p.blue})) *
-                   0.5F;
+            return find([](Float4 p) {
+                Float4 const q = __builtin_shufflevector(p, p, 1, 2, 0, 3),
+                             r = __builtin_shufflevector(p, p, 2, 0, 1, 3);
+                return (Smaller(Smaller(p, q), r)[0] + Larger(Larger(p, q), r)[0]) * 0.5F;
+            });
         }
     }
 

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <limits>
 
 #include "tests/tools/time/time_runner.h"
 
@@ -52,7 +53,7 @@ TEST(Average, IsTheSameByRowsAndByPixelsAtEveryDepth)
     for (int depth : {kDepthInt8, kDepthInt16, kDepthHalf, kDepthFloat}) {
         std::vector<Picture> pictures;
         std::vector<KImage*> frames;
-        for (int i = 0; i < 9; ++i) {
+        for (int i = 0; i < 14; ++i) {
             pictures.push_back(MakePicture(depth, 1031, 3, [i](int x, int y) {
                 auto const v = [&](int k) {
                     return static_cast<float>((x * k + y * 5 + i * 7) % 23) / 22.0F;
@@ -66,7 +67,7 @@ TEST(Average, IsTheSameByRowsAndByPixelsAtEveryDepth)
             if (kept >= 0) data.channels[kept] = false;
             auto const run = [&](bool byRows) {
                 FrameTool tool("BF_Average", byRows);
-                tool.Set("NuFr"_id, 9);
+                tool.Set("NuFr"_id, 14);
                 return tool.Run(frames, 0.0F, data);
             };
             Picture const rows = run(true);
@@ -75,7 +76,7 @@ TEST(Average, IsTheSameByRowsAndByPixelsAtEveryDepth)
             for (int x : {0, 511, 512, 1030}) {
                 int sum = 0;
                 for (KImage const* frame : frames) sum += WordsAt(*frame, x, 1).green;
-                EXPECT_EQ(WordsAt(*rows, x, 1).green, kept == 1 ? WordsAt(*frames[0], x, 1).green : sum / 9);
+                EXPECT_EQ(WordsAt(*rows, x, 1).green, kept == 1 ? WordsAt(*frames[0], x, 1).green : sum / 14);
             }
         }
     }
@@ -447,6 +448,36 @@ TEST(TimeMapper, EachPixelComesFromItsTime)
                     EXPECT_NEAR(ColorAt(*result, 8, 0).red, 0.8, 2e-5) << "white is the last frame, wholly";
                 }
             }
+        }
+    }
+}
+
+TEST(TimeMapper, PlainRowsGiveTheBytesOfAnyOthers)
+{
+    float const odd[] = {std::nanf(""), -1.0F, 2.0F, 0.3333F, 1e-6F, std::numeric_limits<float>::infinity(),
+                         0.99999F};
+    auto const wild = [&](int x, int y) {
+        auto const v = [&](int k) { return odd[(x * k + y) % 7]; };
+        return KColor(v(1), v(2), v(3), v(5));
+    };
+    auto const ramp = [](int x, int) {
+        float const v = static_cast<float>(x) / 299.0F;
+        return KColor(v, v * 0.5F, 0.25F, 1.0F - v);
+    };
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        Picture const first = MakePicture(depth, 300, 3, wild), second = MakeBusyPicture(depth, 300, 3),
+                      map = MakePicture(kDepthInt16, 300, 3, ramp);
+        // The same map in the frames' depth, and in one that takes the general road.
+        Picture const same = MakePicture(depth, 300, 3, [&](int x, int y) { return ColorAt(*map, x, y); });
+        Picture const other = MakePicture(depth == kDepthFloat ? kDepthInt16 : kDepthFloat, 300, 3,
+                                          [&](int x, int y) { return ColorAt(*map, x, y); });
+        for (int channel = 0; channel < 5; ++channel) {
+            FrameTool tool("BF_TimeMapper");
+            tool.Set("TiOW"_id, 2).Set("TiCh"_id, channel);
+            auto const run = [&](KImage* by) {
+                return tool.Set(2U, by).Run({first.get(), second.get(), first.get()});
+            };
+            EXPECT_TRUE(SameBytes(*run(same.get()), *run(other.get()))) << channel;
         }
     }
 }
