@@ -1,8 +1,7 @@
 // The warp tools over whole pictures: affine ones against OpenCV's warpAffine, others against its remap with
 // a ready map of the same places, and with under-sampling against themselves.
 
-#include <array>
-#include <cmath>
+#include <algorithm>
 
 #include <opencv2/imgproc.hpp>
 
@@ -42,14 +41,15 @@ bool AreNear(KImage const& a, KImage const& b)
     return cv::mean(difference)[0] < 0.01;
 }
 
-using Run = std::function<void(cv::Mat const& in, cv::Mat& out)>;
+/// Fills some rows of the output, from `first` on.
+using Run = std::function<void(cv::Mat const& in, cv::Mat& rows, int first)>;
 
-/// OpenCV doing what the effect does; checked against the effect's own picture.
+/// OpenCV doing what the effect does, by bands on our threads; checked against the effect's own picture.
 /// @param prepare  makes the run of a warp over a picture
 Prepare OpenCv(MakeEffect const& make, std::function<Run(KEffectWarp&, KImage const&)> const& prepare)
 {
     return [=](Case const& row) -> Work {
-        cv::setNumThreads(row.threads);
+        cv::setNumThreads(1); // its own threads would wait for those of our pool
         auto const source = std::make_shared<KImage>(Ref<Image>::Share(row.picture.Get()).Release(), true);
         std::unique_ptr<KEffect> const effect = make();
         auto& warp = dynamic_cast<KEffectWarp&>(*effect);
@@ -58,8 +58,13 @@ Prepare OpenCv(MakeEffect const& make, std::function<Run(KEffectWarp&, KImage co
         Run const run = prepare(warp, *source);
         auto const target = std::shared_ptr<KImage>(source->CopyOf());
         Work const work = [=] {
-            cv::Mat out = MatOf(*target);
-            run(MatOf(*source), out);
+            cv::Mat const in = MatOf(*source), out = MatOf(*target);
+            constexpr int kBand = 64;
+            ParallelFor((out.rows + kBand - 1) / kBand, [&](int band) {
+                int const first = band * kBand;
+                cv::Mat rows = out.rowRange(first, std::min(first + kBand, out.rows));
+                run(in, rows, first);
+            });
         };
         work();
         return AreNear(*target, *expected) ? work : nullptr;
@@ -71,9 +76,10 @@ Run WarpAffine(KEffectWarp& warp, KImage const& image)
     cv::Vec2f const o = SourceOf(warp, image, 0, 0);
     cv::Vec2f const x = (SourceOf(warp, image, 1000, 0) - o) / 1000.0F;
     cv::Vec2f const y = (SourceOf(warp, image, 0, 1000) - o) / 1000.0F;
-    cv::Matx23d const matrix(x[0], y[0], o[0], x[1], y[1], o[1]);
-    return [=](cv::Mat const& in, cv::Mat& out) {
-        cv::warpAffine(in, out, matrix, out.size(), cv::INTER_LINEAR | cv::WARP_INVERSE_MAP);
+    return [=](cv::Mat const& in, cv::Mat& rows, int first) {
+        cv::Vec2f const start = o + static_cast<float>(first) * y;
+        cv::Matx23d const matrix(x[0], y[0], start[0], x[1], y[1], start[1]);
+        cv::warpAffine(in, rows, matrix, rows.size(), cv::INTER_LINEAR | cv::WARP_INVERSE_MAP);
     };
 }
 
@@ -82,7 +88,9 @@ Run Remap(KEffectWarp& warp, KImage const& image)
     cv::Mat map(image.Height(), image.Width(), CV_32FC2);
     for (int y = 0; y < map.rows; ++y)
         for (int x = 0; x < map.cols; ++x) map.at<cv::Vec2f>(y, x) = SourceOf(warp, image, x, y);
-    return [=](cv::Mat const& in, cv::Mat& out) { cv::remap(in, out, map, cv::noArray(), cv::INTER_LINEAR); };
+    return [=](cv::Mat const& in, cv::Mat& rows, int first) {
+        cv::remap(in, rows, map.rowRange(first, first + rows.rows), cv::noArray(), cv::INTER_LINEAR);
+    };
 }
 
 std::vector<int> const kFloatOnly = {kDepthFloat};
