@@ -67,6 +67,32 @@ inline void Store(UInt4 vector, std::uint16_t* words)
 #endif
 }
 
+/// Truncated toward zero.
+inline Float4 WholePart(Float4 v)
+{
+#ifdef __SSE4_1__
+    return _mm_round_ps(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
+#else
+    return Float4{__builtin_truncf(v[0]), __builtin_truncf(v[1]), __builtin_truncf(v[2]),
+                  __builtin_truncf(v[3])};
+#endif
+}
+
+inline Float4 Absolute(Float4 v)
+{
+    Float4 const negative = -v;
+    return v < 0.0F ? negative : v;
+}
+
+inline bool IsZero(UInt4 v)
+{
+#ifdef __SSE4_1__
+    return _mm_testz_si128(reinterpret_cast<__m128i>(v), reinterpret_cast<__m128i>(v)) != 0;
+#else
+    return (v[0] | v[1] | v[2] | v[3]) == 0;
+#endif
+}
+
 /// Blue, green, red, alpha from red, green, blue, alpha, and the other way round.
 template <class Vector> Vector RedBlueSwapped(Vector v) { return __builtin_shufflevector(v, v, 2, 1, 0, 3); }
 

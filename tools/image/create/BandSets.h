@@ -26,7 +26,11 @@ struct BandShape {
     }
 };
 
-inline Float4 Size(Float4 const& v) { return Select(v < 0.0F, -v, v); }
+inline UInt4 ScaledProduct(UInt4 a, UInt4 b)
+{
+    UInt4 const t = a * b + 32768U;
+    return (t + (t >> 16)) >> 16;
+}
 
 /// Bands in the unit of the distances that are measured, ready for the inner loop.
 class Bands {
@@ -47,49 +51,29 @@ public:
     {
         Float4 const zero{}, one = zero + 1.0F;
         Float4 const parts = distance / spacing_, whole = WholePart(parts);
-        Float4 const f = Size((parts - whole) * spacing_), d = Smaller(f, spacing_ - f);
+        Float4 const f = Absolute((parts - whole) * spacing_), d = Smaller(f, spacing_ - f);
         Float4 const half = Grown(half_, whole, increase_), soft = Grown(softness_, whole, softnessIncrease_);
-        Float4 const ramp = Select(soft > zero, 1.0F - (d - half) / soft, one);
-        // Nothing also where there is no spacing and d is not a number.
-        Float4 const part = Select(d < half, one, Select(d <= half + soft, ramp, zero));
+        Int4 const inside = d < half;
+        // Nothing also where there is no spacing and d is not a number. A softness may have sunk below 0.
+        Int4 const reached = inside | (d <= half + soft);
+        if (IsZero(reinterpret_cast<UInt4>(reached))) return UInt4{}; // as of most places
+        Float4 const ramp = Select(inside | (soft <= zero), one, 1.0F - (d - half) / soft);
+        Float4 const part = Select(reached, ramp, zero);
         return reinterpret_cast<UInt4>(Truncate16(part));
     }
 
     bool inUse = false; ///< bands that fill their whole spacing are not
 
 private:
-    static Float4 WholePart(Float4 v)
-    {
-#ifdef __SSE4_1__
-        return _mm_round_ps(v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
-#else
-        return Float4{std::trunc(v[0]), std::trunc(v[1]), std::trunc(v[2]), std::trunc(v[3])};
-#endif
-    }
     static Float4 Grown(float base, Float4 const& whole, float increase)
     {
         if (increase == 0.0F) return Float4{} + base;
         Sum4 const start = ToSum4(Float4{} + base);
-        return ToFloat4(start + static_cast<double>(increase) * ToSum4(Size(whole)));
+        return ToFloat4(start + static_cast<double>(increase) * ToSum4(Absolute(whole)));
     }
 
     float spacing_ = 1.0F, half_ = 0.0F, increase_ = 0.0F, softness_ = 0.0F, softnessIncrease_ = 0.0F;
 };
-
-inline UInt4 ScaledProduct(UInt4 a, UInt4 b)
-{
-    UInt4 const t = a * b + 32768U;
-    return (t + (t >> 16)) >> 16;
-}
-
-inline bool IsZero(UInt4 v)
-{
-#ifdef __SSE4_1__
-    return _mm_testz_si128(reinterpret_cast<__m128i>(v), reinterpret_cast<__m128i>(v)) != 0;
-#else
-    return (v[0] | v[1] | v[2] | v[3]) == 0;
-#endif
-}
 
 /// The parameters of the first or of the last set.
 struct BandSetShape {

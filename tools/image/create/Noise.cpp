@@ -95,8 +95,13 @@ private:
 
     static constexpr std::uint32_t ColorId(std::uint32_t i) { return "ColR"_id + i * 0x100; }
 
-    int CellX(int x) const { return cells == kPixel ? x / sizeX : x * sizeX / width; }
-    int CellY(int y) const { return cells == kPixel ? y / sizeY : y * sizeY / height; }
+    int CellX(int x) const { return Cell(x, sizeX, width); }
+    int CellY(int y) const { return Cell(y, sizeY, height); }
+    int Cell(int i, int cellSize, int pictureSize) const
+    {
+        if (cells == kGrid) return static_cast<int>(std::int64_t{i} * cellSize / pictureSize);
+        return cellSize == 1 ? i : i / cellSize; // the division would cost more than the rest
+    }
     unsigned Seed(int cellX, int y) const
     {
         return static_cast<unsigned>(seed) + static_cast<unsigned>(cellX) +

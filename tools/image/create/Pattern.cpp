@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "framework/Registration.h"
+#include "image/ColorVectors.h"
 #include "image/KMatrix4.h"
 
 namespace ombrelune {
@@ -18,7 +19,7 @@ constexpr double kTurn = std::numbers::pi / 6.0; // 30 degrees
 int Whole(float v) { return static_cast<int>(v > -1e9F ? std::min(v, 1e9F) : -1e9F); }
 
 /// The size of what lies behind the point.
-float Fraction(float v) { return std::abs(v - std::trunc(v)); }
+Float4 Fractions(Float4 v) { return Absolute(v - WholePart(v)); }
 
 bool IsEven(int n) { return (n & 1) == 0; }
 
@@ -76,14 +77,12 @@ public:
         matrix.Rotate(angleX, angleY, angleZ, 0);
         matrix.Move(-center.x, -center.y, 0.0F);
 
-        double const angles[] = {-3.0 * kTurn, kTurn, 5.0 * kTurn};
+        auto const cosine = static_cast<float>(std::cos(kTurn)), sine = static_cast<float>(std::sin(kTurn));
         auto const cross = static_cast<float>(1.0 / (2.0 * std::sin(kTurn) / std::cos(kTurn)));
-        for (int i = 0; i < 3; ++i) {
-            directions[i] = {static_cast<float>(std::cos(angles[i])),
-                             static_cast<float>(std::sin(angles[i]))};
-            if (i == 0) directions[i] = {0.0F, -1.0F};
-            crosses[i] = cross * directions[i].Ortho(false);
-        }
+        directionsX = Float4{0.0F, cosine, -cosine, 0.0F};
+        directionsY = Float4{-1.0F, sine, sine, -1.0F};
+        for (int i = 0; i < 3; ++i)
+            crosses[i] = cross * KVector2(directionsX[i], directionsY[i]).Ortho(false);
         KColor const colors[kParts] = {{0.0F, 0.0F, 0.0F, 0.0F}, color, fill1, fill2};
         for (int part = 0; part < kParts; ++part) {
             PixelFromColor(integers[part], colors[part]);
@@ -127,52 +126,58 @@ private:
         for (std::uint32_t below : {0U, 11U, 16U, 17U}) messages.Show(id - below, isShown);
     }
 
-    float Moved(float v) const { return v <= 0.0F ? v + offset : v - offset; }
-    bool IsLine(float fraction) const { return fraction <= half || fraction >= 1.0F - half; }
-    bool IsBeyond(int n) const { return repeat == 1 && n >= count; }
+    // Up to four distances at a time: those of a place along both axes or along the three directions.
+
+    Float4 Moved(Float4 const& v) const { return Select(v <= 0.0F, v + offset, v - offset); }
+    Int4 AreLines(Float4 const& fractions) const { return (fractions <= half) | (fractions >= 1.0F - half); }
+    static bool IsAny(Int4 lanes) { return !IsZero(reinterpret_cast<UInt4>(lanes)); }
+    /// Whether a numbered pattern has ended before one of these places.
+    bool IsBeyond(Float4 const& v) const
+    {
+        return repeat == 1 && IsAny(WholePart(v) >= static_cast<float>(count));
+    }
 
     Part OfGrid(KVector2 const& p) const
     {
-        if (IsBeyond(std::abs(Whole(p.x))) || IsBeyond(std::abs(Whole(p.y)))) return kNone;
-        KVector2 const r(Moved(p.x), Moved(p.y));
-        if (IsLine(Fraction(r.x)) || IsLine(Fraction(r.y))) return kLine;
+        Float4 const v{p.x, p.y, p.x, p.y};
+        if (IsBeyond(Absolute(v))) return kNone;
+        Float4 const r = Moved(v);
+        if (IsAny(AreLines(Fractions(r)))) return kLine;
         if (fill == 0) return kFill1;
-        int const n = Whole(r.x) + Whole(r.y) + (r.x < 0.0F ? 1 : 0) + (r.y < 0.0F ? 1 : 0);
+        int const n = Whole(r[0]) + Whole(r[1]) + (r[0] < 0.0F ? 1 : 0) + (r[1] < 0.0F ? 1 : 0);
         return IsEven(n) ? kFill2 : kFill1;
     }
 
     Part OfTriangles(KVector2 const& p) const
     {
+        Float4 const q = p.x * directionsX + p.y * directionsY - 1.0F / 3.0F;
+        if (IsBeyond(-q)) return kNone;
+        Float4 const r = Moved(q);
+        if (IsAny(AreLines(Fractions(r)))) return kLine;
+        if (fill == 0) return kFill1;
         int n = 0;
-        bool isLine = false;
-        for (KVector2 const& direction : directions) {
-            float const q = p * direction - 1.0F / 3.0F;
-            if (IsBeyond(-Whole(q))) return kNone;
-            float const r = Moved(q);
-            isLine |= IsLine(Fraction(r));
-            if (fill == 1) n += std::abs(Whole(r)) + (r < 0.0F ? 1 : 0);
-        }
-        if (isLine) return kLine;
-        return fill == 1 && IsEven(n) ? kFill2 : kFill1;
+        for (int i = 0; i < 3; ++i) n += std::abs(Whole(r[i])) + (r[i] < 0.0F ? 1 : 0);
+        return IsEven(n) ? kFill2 : kFill1;
     }
 
     Part OfHoneycomb(KVector2 const& p) const
     {
-        bool isLine = false;
+        Float4 const s = p.x * directionsX + p.y * directionsY;
+        if (IsBeyond(Absolute(s))) return kNone;
+        Int4 const lines = AreLines(Fractions(Moved(s)));
+        if (!IsAny(lines)) return kFill1;
+        // Every third stretch of a line is a side of a cell; lines take turns.
         for (int i = 0; i < 3; ++i) {
-            float const s = p * directions[i];
-            if (IsBeyond(std::abs(Whole(s)))) return kNone;
-            if (isLine || !IsLine(Fraction(Moved(s)))) continue;
-            // Every third stretch of a line is a side of a cell; lines take turns.
-            float const u = std::abs(p * crosses[i]) + (IsEven(Whole(std::abs(s) + 0.5F)) ? 2.0F : 0.5F);
-            isLine = Whole(u) % 3 == 0;
+            float const u = std::abs(p * crosses[i]) + (IsEven(Whole(std::abs(s[i]) + 0.5F)) ? 2.0F : 0.5F);
+            if (lines[i] != 0 && Whole(u) % 3 == 0) return kLine;
         }
-        return isLine ? kLine : kFill1;
+        return kFill1;
     }
 
     float half = 0.0F;
-    KMatrix4 matrix; // from places to cells
-    KVector2 directions[3], crosses[3];
+    KMatrix4 matrix;                 // from places to cells
+    Float4 directionsX, directionsY; // the last lane is the first again
+    KVector2 crosses[3];
     Pixel integers[kParts];
     FltPixel floats[kParts];
 };

@@ -36,7 +36,7 @@ public:
     static constexpr bool kDotsInPixels = false; // radians
     Float4 BandDistance(Float4 const& x, Float4 const& y) const
     {
-        if (type == kSquares) return Larger(Size(x), Size(y));
+        if (type == kSquares) return Larger(Absolute(x), Absolute(y));
         Float4 const square = x * x + y * y;
         return Float4{std::sqrt(square[0]), std::sqrt(square[1]), std::sqrt(square[2]), std::sqrt(square[3])};
     }

@@ -23,7 +23,7 @@ constexpr Offset kNeighbours[] = {{-1, 0},  {1, 0},   {0, -1}, {0, 1},  {-1, -1}
                                   {-1, -2}, {0, -2},  {1, -2}, {-1, 2}, {0, 2},   {1, 2}};
 constexpr int kFirstRing = 4, kSecondRing = 8, kThirdRing = 20;
 
-/// The words as parts of 1,
+/// The words as parts of 1.
 Float4 PartsOf(Pixel const& p)
 {
     return __builtin_convertvector(reinterpret_cast<Int4>(LoadUInt4(p.word)), Float4) / 65535.0F;
