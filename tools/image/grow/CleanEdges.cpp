@@ -23,6 +23,7 @@ public:
         parameters.AddColor    (&color, {0.0F, 0.0F, 0.0F, 0.0F}, "Color", "ColR"_id, KF_Hidden);
         // clang-format on
     }
+    static char const* Category() { return KEffectImage::Category(); }
 
     KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value) override
     {

@@ -43,6 +43,7 @@ public:
         parameters.AddColor(&color, {0.5F, 0.75F, 1.0F, 1.0F}, "Color", "ColR"_id, KF_Hidden);
         // clang-format on
     }
+    static char const* Category() { return KEffectImage::Category(); }
 
     KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value) override
     {

@@ -72,6 +72,7 @@ public:
     {
         return NameOf(kind, "Eat", "Eat", "Eats out the edges of an image");
     }
+    static char const* Category() { return KEffectImage::Category(); }
 
     KEffectEat()
     {

@@ -125,6 +125,7 @@ public:
         parameters.AddImage(reinterpret_cast<void**>(&softMatte), "Image With Soft Matte", 2, KF_MainInput);
         // clang-format on
     }
+    static char const* Category() { return KEffectImage::Category(); }
 
     bool Init(KImage* source) override
     {
