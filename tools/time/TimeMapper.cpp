@@ -9,7 +9,6 @@
 #include "framework/Registration.h"
 #include "host/image/PixPtr.h"
 #include "host/image/Vector4.h"
-#include "image/ColorVectors.h"
 #include "tools/time/FrameSizes.h"
 
 namespace ombrelune {
@@ -17,7 +16,17 @@ namespace ombrelune {
 namespace {
 
 constexpr int kMostFrames = 1024;
-constexpr int kStretch = 256; // pixels
+constexpr int kStretch = 1024; // pixels
+
+// Least and largest by lanes; of two that cannot be compared the second one. One instruction each, which the
+// compiler makes of no comparison of vectors.
+#ifdef __SSE4_1__
+Float4 Least(Float4 a, Float4 b) { return _mm_min_ps(a, b); }
+Float4 Most(Float4 a, Float4 b) { return _mm_max_ps(a, b); }
+#else
+Float4 Least(Float4 a, Float4 b) { return a < b ? a : b; }
+Float4 Most(Float4 a, Float4 b) { return a > b ? a : b; }
+#endif
 
 /// A row of the pictures, whose pixels are four words of 0 to 65535 as floats.
 template <class Stored> class PlainRow {
@@ -44,7 +53,7 @@ private:
         Float4 const words = LoadFloat4(stored);
         if constexpr (std::is_same_v<Stored, float>) {
             // As any float is read as an integer: limited, 0 for what is not a number, rounded.
-            Float4 const zero{}, limited = Smaller(Larger(zero, words), zero + 1.0F) * 65535.0F + 0.5F;
+            Float4 const zero{}, limited = Least(Most(words, zero), zero + 1.0F) * 65535.0F + 0.5F;
             return __builtin_convertvector(__builtin_convertvector(limited, Int4), Float4);
         } else {
             return words;
@@ -240,7 +249,7 @@ private:
             return find([](Float4 p) {
                 Float4 const q = __builtin_shufflevector(p, p, 1, 2, 0, 3),
                              r = __builtin_shufflevector(p, p, 2, 0, 1, 3);
-                return (Smaller(Smaller(p, q), r)[0] + Larger(Larger(p, q), r)[0]) * 0.5F;
+                return (Least(Least(p, q), r)[0] + Most(Most(p, q), r)[0]) * 0.5F;
             });
         }
     }
