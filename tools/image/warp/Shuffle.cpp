@@ -47,8 +47,9 @@ public:
         if (from == hole) return false;
         float const localX = p.x - static_cast<float>(column) * cell.x;
         float const localY = p.y - static_cast<float>(row) * cell.y;
-        source.x = static_cast<float>(from % countX) * cell.x + localX;
-        source.y = (static_cast<float>(from / countX) * cell.y + localY) / frameAspect;
+        int const fromColumn = from % countX, fromRow = from / countX;
+        source.x = static_cast<float>(fromColumn) * cell.x + localX;
+        source.y = (static_cast<float>(fromRow) * cell.y + localY) / frameAspect;
         return true;
     }
 
@@ -64,8 +65,8 @@ public:
     float amount;
 
 private:
-    static constexpr int kMostTiles = 4096;      // to a side
-    static constexpr float kMostMoves = 1048576; // beyond which nobody waits
+    static constexpr int kMostTiles = 4096;         // to a side
+    static constexpr float kMostMoves = 1048576.0F; // a bound for what would seem to hang
 
     int Moves() const
     {
