@@ -245,8 +245,9 @@ std::vector<int> Tiles(WarpTool& tool, int columns, int rows)
 {
     std::vector<int> tiles;
     for (int i = 0; i < columns * rows; ++i) {
-        float const x = (static_cast<float>(i % columns) + 0.5F) / static_cast<float>(columns);
-        float const y = (static_cast<float>(i / columns) + 0.5F) / static_cast<float>(rows) / 2.0F;
+        int const column = i % columns, row = i / columns;
+        float const x = (static_cast<float>(column) + 0.5F) / static_cast<float>(columns);
+        float const y = (static_cast<float>(row) + 0.5F) / static_cast<float>(rows) / 2.0F;
         auto const source = tool.At({x, y});
         tiles.push_back(source ? static_cast<int>(source->x * static_cast<float>(columns)) +
                                      columns * static_cast<int>(source->y * 2.0F * static_cast<float>(rows))

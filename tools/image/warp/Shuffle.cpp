@@ -43,12 +43,13 @@ public:
     {
         KVector2 const p(destination.x, destination.y * frameAspect);
         int const column = Index(p.x, countX), row = Index(p.y, countY);
-        int const from = table[static_cast<std::size_t>(row * countX + column)];
+        int const from = table[At(column, row)];
         if (from == hole) return false;
         float const localX = p.x - static_cast<float>(column) * cell.x;
         float const localY = p.y - static_cast<float>(row) * cell.y;
-        source.x = static_cast<float>(from % countX) * cell.x + localX;
-        source.y = (static_cast<float>(from / countX) * cell.y + localY) / frameAspect;
+        int const fromColumn = from % countX, fromRow = from / countX;
+        source.x = static_cast<float>(fromColumn) * cell.x + localX;
+        source.y = (static_cast<float>(fromRow) * cell.y + localY) / frameAspect;
         return true;
     }
 
@@ -64,8 +65,8 @@ public:
     float amount;
 
 private:
-    static constexpr int kMostTiles = 4096;      // to a side
-    static constexpr float kMostMoves = 1048576; // beyond which nobody waits
+    static constexpr int kMostTiles = 4096;         // to a side
+    static constexpr float kMostMoves = 1048576.0F; // a bound for what would seem to hang
 
     int Moves() const
     {
@@ -93,7 +94,7 @@ private:
             static constexpr int steps[] = {1, 0, -1, 0}; // right, up, left, down; up is a quarter later
             int const nextX = (x + steps[direction] + countX) % countX;
             int const nextY = (y + steps[(direction + 3) % 4] + countY) % countY;
-            std::swap(TileAt(x, y), TileAt(nextX, nextY));
+            std::swap(table[At(x, y)], table[At(nextX, nextY)]);
             x = nextX;
             y = nextY;
         }
@@ -110,7 +111,10 @@ private:
         }
     }
 
-    int& TileAt(int x, int y) { return table[static_cast<std::size_t>(y * countX + x)]; }
+    std::size_t At(int x, int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(countX) + static_cast<std::size_t>(x);
+    }
 
     std::vector<int> table; // source tile of each tile, row after row
     int countX = 1, countY = 1;
