@@ -118,7 +118,9 @@ bool Filter(Image const& source, Image& middle, Image& result, BoxFilter const& 
 
 Ref<Image> Image::BlurOfImageTagList(TagList const& tags) const
 {
-    auto const filter = static_cast<BlurFilter>(tags.GetInt(Blur_Type, kBlurGaussian));
+    int const code = tags.GetInt(Blur_Type, kBlurGaussian);
+    auto const filter =
+        code >= kBlurBox && code < kBlurGaussian ? static_cast<BlurFilter>(code) : kBlurGaussian;
     double const x = tags.GetFloat(Blur_XSize), y = tags.GetFloat(Blur_YSize, x);
     double const passes = std::clamp(tags.GetFloat(Blur_Passes, 1.0), 0.0, 16.0);
     // Beyond twice the longer side nothing is left to blur.

@@ -44,12 +44,12 @@ private:
     enum Hold { kHoldWithin, kHoldMinimum, kHoldMaximum };
     static constexpr int kEach = 5;
 
-    static constexpr int kStrip = 64;
+    static constexpr int kStrip = 128;
 
     /// What a line has accepted so far. The bounds are by word, those of a single channel all alike.
     template <class Record> struct Held {
-        Record pixel;
         Float4 low, high;
+        Record pixel;
 
         explicit Held(KRange const& range) : low(Float4{} + range.low), high(Float4{} + range.high)
         {
