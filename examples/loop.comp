@@ -1,4 +1,4 @@
--- Fifty frames that close on themselves: a beat swells and blurs the picture, a label counts along, and the end
+-- Fifty frames that close on themselves: a beat swells the picture, a label counts along, and the end
 -- dissolves into the frames before the beginning.   ombrelune render examples/loop.comp --stats
 Composition {
   GlobalRange = { 0, 49 },
@@ -26,10 +26,13 @@ Composition {
         Edges = Input { Value = "Duplicate" },
       },
     },
-    Glow = Blur {
+    Swell = Brassfennel.BF_Spherize {
       Inputs = {
-        Input = Input { SourceOp = "Pulse", Source = "Output" },
-        XBlurSize = Input { Expression = "14 * Beat.Number" },
+        Image = Input { SourceOp = "Pulse", Source = "Output" },
+        Algorithm = Input { Value = 2 },
+        Center = Input { Value = { 0.52, 0.55 } },
+        Deformation = Input { Expression = "-0.7 * Beat.Number" },
+        Edges = Input { Value = 2 },
       },
     },
     Count = Brassfennel.BF_TextFormula {
@@ -43,7 +46,7 @@ Composition {
     Label = Text {
       Inputs = {
         StyledText = Input { SourceOp = "Count", Source = "Output" },
-        Input = Input { SourceOp = "Glow", Source = "Output" },
+        Input = Input { SourceOp = "Swell", Source = "Output" },
         Font = Input { Value = "DejaVu Sans" },
         Style = Input { Value = "Bold" },
         Size = Input { Expression = "0.06 + 0.02 * Beat.Number" },

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <fmt/format.h>
 #include <nanosvg.h>
 
 #include "shapes/svg/SvgXml.h"
@@ -168,7 +169,8 @@ bool IsInReach(NSVGshape const& drawn)
 
 SvgShapes ReadSvg(std::string const& text)
 {
-    if (auto problem = CheckSvgXml(text)) return {nullptr, std::move(problem)};
+    std::map<std::string, int> leftOut;
+    if (auto problem = CheckSvgXml(text, leftOut)) return {nullptr, std::move(problem)};
     std::string copy = text; // the reader writes into it
     ImagePointer const image(nsvgParse(copy.data(), "px", 96.0F), nsvgDelete);
     auto const failed = [](char const* why) { return SvgShapes{nullptr, Problem{.text = why}}; };
@@ -180,6 +182,8 @@ SvgShapes ReadSvg(std::string const& text)
         return failed("the document has no size: give svg a width and height, or a viewBox");
 
     SvgShapes result{std::make_unique<KShapeGroup>(), std::nullopt};
+    for (auto const& [name, count] : leftOut)
+        result.leftOut += fmt::format("{}{} {}", result.leftOut.empty() ? "" : ", ", count, name);
     Converter const converter(*image);
     for (NSVGshape const* drawn = image->shapes; drawn; drawn = drawn->next)
         if (drawn->flags & NSVG_FLAGS_VISIBLE) converter.Add(*result.group, *drawn);

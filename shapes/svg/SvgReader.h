@@ -13,6 +13,7 @@ namespace ombrelune {
 struct SvgShapes {
     std::unique_ptr<KShapeGroup> group; ///< null with a problem
     std::optional<Problem> problem;     ///< with the line where it is known
+    std::string leftOut = {};           ///< elements that are not read: "2 text, 1 use"
 };
 
 /// Reads the paths, basic shapes, fills, strokes and transforms of SVG 1.1 into lists of one shape each, in

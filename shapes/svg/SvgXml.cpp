@@ -1,6 +1,7 @@
 #include "shapes/svg/SvgXml.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -15,7 +16,8 @@ constexpr int kDeepest = 100; // the reader forgets attributes beyond 127
 
 class Check {
 public:
-    Check() : parser_(XML_ParserCreate(nullptr), XML_ParserFree)
+    explicit Check(std::map<std::string, int>& leftOut)
+        : leftOut_(leftOut), parser_(XML_ParserCreate(nullptr), XML_ParserFree)
     {
         XML_SetUserData(parser_.get(), this);
         XML_SetElementHandler(
@@ -48,6 +50,9 @@ private:
     void Open(std::string_view name)
     {
         if (depth_ == 0 && name != "svg") Stop(fmt::format("the document is {} and not svg", Quoted(name)));
+        constexpr std::string_view kNotRead[] = {"clipPath", "filter",  "foreignObject", "image", "marker",
+                                                 "mask",     "pattern", "symbol",        "text",  "use"};
+        if (std::ranges::find(kNotRead, name) != std::end(kNotRead)) ++leftOut_[std::string(name)];
         if (++depth_ > kDeepest) Stop(fmt::format("elements are nested deeper than {}", kDeepest));
     }
     void Stop(std::string text)
@@ -64,6 +69,7 @@ private:
                 .text = fmt::format("not well-formed: {}", XML_ErrorString(XML_GetErrorCode(parser_.get())))};
     }
 
+    std::map<std::string, int>& leftOut_;
     std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser_;
     int depth_ = 0;
     std::string text_; // why we stopped, empty while all is well
@@ -71,6 +77,9 @@ private:
 
 } // namespace
 
-std::optional<Problem> CheckSvgXml(std::string_view text) { return Check().Run(text); }
+std::optional<Problem> CheckSvgXml(std::string_view text, std::map<std::string, int>& leftOut)
+{
+    return Check(leftOut).Run(text);
+}
 
 } // namespace ombrelune

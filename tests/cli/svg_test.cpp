@@ -41,8 +41,10 @@ TEST_F(CliSvg, LoadsDrawsAndWrites)
     EXPECT_EQ(Slurp(folder / "out/logo.02.svg"), Slurp(folder / "out/logo.01.svg"));
 
     // A file that changed is read anew.
-    Write("logo.svg", R"(<svg width="4" height="2"><path d="M0 0H4V1Z"/></svg>)");
-    ASSERT_EQ(Run("render flow.comp --out Logo=logo2.svg").status, 0);
+    Write("logo.svg", R"(<svg width="4" height="2"><text/><path d="M0 0H4V1Z"/><use/><text/></svg>)");
+    auto const again = Run("render flow.comp --out Logo=logo2.svg");
+    ASSERT_EQ(again.status, 0);
+    EXPECT_NE(again.errors.find("Logo: logo.svg: 2 text, 1 use left out"), std::string::npos) << again.errors;
     EXPECT_NE(Slurp(folder / "logo2.svg").find("M0 0L40 0L40 10Z"), std::string::npos);
 }
 

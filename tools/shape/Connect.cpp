@@ -28,7 +28,8 @@ public:
         KString label;
         for (int i = 0; i < kMostPoints; ++i) {
             int const column = i % 9, row = i / 9;
-            KVector2 const place(static_cast<float>(column) * 0.1F + 0.1F, static_cast<float>(row) * 0.1F + 0.1F);
+            KVector2 const place(static_cast<float>(column) * 0.1F + 0.1F,
+                                 static_cast<float>(row) * 0.1F + 0.1F);
             parameters.AddPoint(&points[i], place, label.Numbered("Point", i + 1, true),
                                 "Pos0"_id + static_cast<std::uint32_t>(i), KF_Preview, KPoint_Aspect);
         }

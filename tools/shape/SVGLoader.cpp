@@ -4,6 +4,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <fmt/format.h>
+
 #include "host/builtin/Builtin.h"
 #include "host/graph/FusionDoc.h"
 #include "host/io/PicturePath.h"
@@ -68,6 +70,9 @@ public:
         text << std::ifstream(path, std::ios::binary).rdbuf();
         SvgShapes shapes = ReadSvg(text.str());
         if (shapes.problem) return fail(*shapes.problem);
+        if (!shapes.leftOut.empty())
+            request->Warn(fmt::format("{}: {}: {} left out: only paths and basic shapes are read", Name(),
+                                      path, shapes.leftOut));
         if (NumberOf(*request, flatten) > 0.5)
             shapes.group.reset(shapes.group->FlattenOf(static_cast<int>(NumberOf(*request, precision))));
         output->Set(request, new KShapeParameter(shapes.group.release(), false), nullptr);
