@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "host/image/EdgeIndex.h"
@@ -66,7 +67,8 @@ public:
     {
         // One number per corner that sorts by y, then x; then a sorting network.
         std::int64_t key[4];
-        for (std::size_t i = 0; i < 4; ++i) key[i] = y[i] * kRow + x[i];
+        constexpr int kLowest = -std::numeric_limits<int>::max(); // one lower and the number would not fit
+        for (std::size_t i = 0; i < 4; ++i) key[i] = std::max(y[i], kLowest) * kRow + x[i];
         auto const order = [&](int i, int j) {
             auto const [low, high] = std::pair(std::min(key[i], key[j]), std::max(key[i], key[j]));
             key[i] = low;

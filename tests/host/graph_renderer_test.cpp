@@ -1,6 +1,7 @@
 // The renderer on small operators that count what they do: what is made once and shared, what is made again,
 // in which order, and that none of it can be seen in the results.
 
+#include <algorithm>
 #include <atomic>
 #include <filesystem>
 #include <fstream>
@@ -8,6 +9,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "host/graph/Renderer.h"
 #include "host/value/Parallel.h"
@@ -290,6 +292,11 @@ TEST_F(RendererTest, ThreadsChangeNothing)
 
 TEST_F(RendererTest, ALongRowOfToolsIsRefusedBeforeTheStackIs)
 {
+    // Sanitizers make stack frames several times larger.
+    rlimit stack{};
+    getrlimit(RLIMIT_STACK, &stack);
+    rlimit const large{std::min<rlim_t>(64 << 20, stack.rlim_max), stack.rlim_max};
+    setrlimit(RLIMIT_STACK, &large);
     Adder* last = &Add(steadyRegistry, "First");
     for (int i = 0; i < 1500; ++i) last = &Add(steadyRegistry, ("T" + std::to_string(i)).c_str(), last);
     Renderer renderer(document, {}, kPlenty);

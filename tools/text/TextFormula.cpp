@@ -27,8 +27,7 @@ public:
     static char const* Name(KProcessNameType kind)
     {
         return NameOf(kind, "Frm", "Formula",
-                      "Text formula allows numeric values to be used within text fields, or combines several "
-                      "texts (such as timecode, flow name, ...)");
+                      "Text formula allows numeric values to be used within text fields");
     }
 
     struct NumberFormat {

@@ -9,6 +9,7 @@ namespace ombrelune {
 class KEffectCleanEdges : public KEffectPixel {
 public:
     static char const* Name(KProcessNameType kind) { return NameOf(kind, "ClE", "Clean Edges"); }
+    static char const* Category() { return KEffectImage::Category(); }
 
     KEffectCleanEdges()
     {
@@ -23,7 +24,6 @@ public:
         parameters.AddColor    (&color, {0.0F, 0.0F, 0.0F, 0.0F}, "Color", "ColR"_id, KF_Hidden);
         // clang-format on
     }
-    static char const* Category() { return KEffectImage::Category(); }
 
     KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value) override
     {

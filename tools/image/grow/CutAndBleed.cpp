@@ -24,6 +24,7 @@ float CutChannel(KImage const& image, int x, int y, int channel)
 class KEffectCutAndBleed : public KEffectPixel {
 public:
     static char const* Name(KProcessNameType kind) { return NameOf(kind, "CnB", "Cut and Bleed"); }
+    static char const* Category() { return KEffectImage::Category(); }
 
     KEffectCutAndBleed()
     {
@@ -43,7 +44,6 @@ public:
         parameters.AddColor(&color, {0.5F, 0.75F, 1.0F, 1.0F}, "Color", "ColR"_id, KF_Hidden);
         // clang-format on
     }
-    static char const* Category() { return KEffectImage::Category(); }
 
     KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value) override
     {

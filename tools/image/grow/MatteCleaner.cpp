@@ -104,6 +104,7 @@ public:
     static constexpr bool kOwnRow = true;
 
     static char const* Name(KProcessNameType kind) { return NameOf(kind, "MCl", "Matte Cleaner"); }
+    static char const* Category() { return KEffectImage::Category(); }
 
     KEffectMatteCleaner()
     {
@@ -125,7 +126,6 @@ public:
         parameters.AddImage(reinterpret_cast<void**>(&softMatte), "Image With Soft Matte", 2, KF_MainInput);
         // clang-format on
     }
-    static char const* Category() { return KEffectImage::Category(); }
 
     bool Init(KImage* source) override
     {

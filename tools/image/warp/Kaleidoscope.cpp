@@ -1,7 +1,10 @@
 // Kaleidoscope: fills the plane with mirrored copies of a triangle of the picture, or folds its angles and
 // distances.
 
+#include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <vector>
 
 #include "framework/Registration.h"
 #include "image/KMatrix3.h"
@@ -77,7 +80,8 @@ public:
     bool Init(KImage* source) override
     {
         side = Part(std::abs(radius));
-        view = Part(std::abs(viewAngle));
+        view = Part(viewAngle == 0.0F ? 0.0F : std::max(std::abs(viewAngle), kLeastView));
+        if (type == 1) MakeTurns();
         isTiled = side.size > 0.0F;
         rise = Part(side.size * kCosine);
         input = KMatrix3().Move(-center.x, -center.y).Rotate(-angle);
@@ -140,16 +144,38 @@ private:
     {
         float length;
         float a = p.AngleLength(length);
-        a = view.size > 0.0F ? Folded(a, view, anglePingPong) : 0.0F;
-        if (isTiled) length = Folded(length, side, radiusPingPong);
-        return {length * std::cos(a), length * std::sin(a)};
+        float const folded = isTiled ? Folded(length, side, radiusPingPong) : length;
+        if (!(view.size > 0.0F)) return {folded, 0.0F};
+        if (length == 0.0F) return {};
+        // Folding the angle by whole views is a turn by one of the directions, or a mirroring at one.
+        float const count = view.Fold(a);
+        bool const isMirrored = anglePingPong && IsOdd(count);
+        float const last = static_cast<float>(turns.size() - 2);
+        auto const index = static_cast<std::size_t>(std::min(std::max(0.0F, count - firstTurn), last));
+        KVector2 const u = (folded / length) * p, turn = turns[isMirrored ? index + 1 : index];
+        float const across = turn.x * u.y - turn.y * u.x;
+        return {turn.x * u.x + turn.y * u.y, isMirrored ? -across : across};
     }
 
+    /// The directions at whole views over all angles that a place can have, -1 to 1 turn.
+    void MakeTurns()
+    {
+        turns.clear();
+        if (!(view.size > 0.0F)) return;
+        constexpr float kTurn = 2.0F * std::numbers::pi_v<float>;
+        firstTurn = std::floor(-kTurn * view.inverse) - 1.0F;
+        for (float count = firstTurn; count * view.size <= kTurn + 2.0F * view.size; ++count)
+            turns.push_back({std::cos(count * view.size), std::sin(count * view.size)});
+    }
+
+    static constexpr float kLeastView = 1e-4F;   // radians, below what pixels show
     static constexpr float kCosine = 0.8660254F; // of 30 degrees
 
     KMatrix3 rotation60, rotation120;
     Part side, rise; // base and height of a triangle
     Part view;
+    std::vector<KVector2> turns; // cosine and sine of whole numbers of views, from the first on
+    float firstTurn = 0.0F;
     bool isTiled = false;
     KMatrix3 input, output;
 };
