@@ -21,14 +21,22 @@ Output* FindOutput(FusionDoc const& document, std::string const& text)
         Complain(fmt::format("--print {}: write Tool.Output", Quoted(text)));
         return nullptr;
     }
-    Operator* const op = FindOperator(document, text.substr(0, dot));
-    if (!op) return nullptr;
-    std::string const id = text.substr(dot + 1);
-    Output* const output = op->FindOutput(id);
-    if (!output) {
-        std::vector<std::string> known;
+    std::string const name = text.substr(0, dot), id = text.substr(dot + 1);
+    std::vector<std::string> known;
+    Output* output = nullptr;
+    if (auto const group = document.groups.find(name); group != document.groups.end()) {
+        for (auto const& [shown, of] : group->second.outputs) {
+            known.push_back(shown);
+            if (shown == id) output = of;
+        }
+    } else {
+        Operator* const op = FindOperator(document, name);
+        if (!op) return nullptr;
+        output = op->FindOutput(id);
         for (auto const& each : op->Outputs()) known.push_back(each->Id().Text());
-        Complain(fmt::format("no output {} on {}{}", Quoted(id), op->Name(), DidYouMean(id, known)));
+    }
+    if (!output) {
+        Complain(fmt::format("no output {} on {}{}", Quoted(id), name, DidYouMean(id, known)));
         return nullptr;
     }
     FuID const type = output->DataType();

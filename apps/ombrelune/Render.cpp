@@ -15,6 +15,20 @@ namespace ombrelune::app {
 
 namespace {
 
+/// Sets what a group shows, for the tool inside it. Complains and returns false when it shows no such input.
+bool SetInGroup(std::string const& group, ShownByGroup const& shown, std::string const& assignment)
+{
+    auto const equals = assignment.find('=');
+    std::string const id = assignment.substr(0, equals);
+    auto const found = shown.inputs.find(id);
+    if (found != shown.inputs.end() && found->second && equals != std::string::npos)
+        return SetFromText(*found->second->Owner(), found->second->Id().Text() + assignment.substr(equals));
+    std::vector<std::string> known;
+    for (auto const& [name, input] : shown.inputs) known.push_back(name);
+    Complain(fmt::format("group {} shows no input {}{}", group, Quoted(id), DidYouMean(id, known)));
+    return false;
+}
+
 bool SetValues(FusionDoc const& document, std::vector<std::string> const& assignments)
 {
     for (std::string const& assignment : assignments) {
@@ -22,6 +36,10 @@ bool SetValues(FusionDoc const& document, std::vector<std::string> const& assign
         if (dot == std::string::npos || dot > assignment.find('=')) {
             Complain(fmt::format("--set {}: write Tool.Input=VALUE", Quoted(assignment)));
             return false;
+        }
+        if (auto group = document.groups.find(assignment.substr(0, dot)); group != document.groups.end()) {
+            if (!SetInGroup(group->first, group->second, assignment.substr(dot + 1))) return false;
+            continue;
         }
         Operator* const op = FindOperator(document, assignment.substr(0, dot));
         if (!op || !SetFromText(*op, assignment.substr(dot + 1))) return false;

@@ -58,6 +58,7 @@ public:
         ScriptVal const* const tools = root->Find("Tools");
         if (!tools || !tools->AsTable()) return Wrong(flow.line, "the flow has no table Tools");
         tree_.Read(*tools->AsTable());
+        document_->groups = tree_.OutermostGroups();
         for (auto const& tool : tree_.Tools()) ReadTool(tool);
         for (auto const& given : tree_.GroupInputs()) ReadGroupInput(given);
         for (Problem& cycle : FindCycles(*document_)) reading_.problems.push_back(std::move(cycle));

@@ -144,6 +144,14 @@ void ToolTree::ReadGroup(Group& group, ScriptTable const& table)
     ReadInstances(group, table, "Outputs", "InstanceOutput", group.outputs);
 }
 
+std::map<std::string, ShownByGroup, std::less<>> ToolTree::OutermostGroups() const
+{
+    std::map<std::string, ShownByGroup, std::less<>> shown;
+    for (auto const& [name, member] : root_.members)
+        if (member.group) shown[name] = {member.group->inputs, member.group->outputs};
+    return shown;
+}
+
 template <class T>
 void ToolTree::ReadInstances(Group& group, ScriptTable const& table, char const* field,
                              char const* constructor, std::map<std::string, T*>& found)

@@ -57,6 +57,7 @@ public:
     /// Makes the operators of a table of tools, and finds what the inputs and outputs of groups stand for.
     void Read(ScriptTable const& tools);
     std::vector<Tool> const& Tools() const { return tools_; }
+    std::map<std::string, ShownByGroup, std::less<>> OutermostGroups() const;
     /// Inner groups come first, so that an outer group has the last word.
     std::vector<GroupInput> const& GroupInputs() const { return groupInputs_; }
 

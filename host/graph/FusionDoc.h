@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,6 +9,12 @@
 #include "host/value/FrameFormat.h"
 
 namespace ombrelune {
+
+/// What a group of a flow shows: inputs and outputs of tools inside it, by the names that they have outside.
+struct ShownByGroup {
+    std::map<std::string, Input*> inputs;
+    std::map<std::string, Output*> outputs;
+};
 
 /// A document: the operators of a flow, their order, the frame format and the time that the user looks at.
 class FusionDoc {
@@ -29,6 +36,7 @@ public:
     double globalStart = 0.0, globalEnd = 0.0;
     double renderStart = 0.0, renderEnd = 0.0;
     double currentTime = 0.0;
+    std::map<std::string, ShownByGroup, std::less<>> groups; ///< outermost groups of the flow
 
 private:
     std::vector<std::unique_ptr<Operator>> operators_;

@@ -97,6 +97,21 @@ TEST_F(Cli, MistakesInValuesAreAnswered)
     }
 }
 
+TEST_F(Cli, WhatAGroupShowsIsSetAndPrinted)
+{
+    Write("flow.comp", R"({ Tools = { G = GroupOperator {
+        Inputs = ordered() { Parts = InstanceInput { SourceOp = "V", Source = "Divisor" } },
+        Outputs = { Share = InstanceOutput { SourceOp = "V", Source = "Number" } },
+        Tools = { V = Test.Values { } } } } })");
+    std::string const render = "--plugin '" OMBRELUNE_TEST_BUNDLE "' render flow.comp --frames 2 --print G.";
+    EXPECT_EQ(Run(render + "Share --set G.Parts=8").out, "frame 2  G.Share = 0.25\n");
+    Ended const input = Run(render + "Share --set G.Part=8");
+    EXPECT_EQ(input.status, 2);
+    EXPECT_NE(input.errors.find("group G shows no input 'Part'; did you mean 'Parts'"), std::string::npos)
+        << input.errors;
+    EXPECT_EQ(Run(render + "Number").status, 2);
+}
+
 TEST_F(Cli, PrintsNumbersAndTexts)
 {
     Write("flow.comp", "{ Tools = { V = Test.Values { } } }");
