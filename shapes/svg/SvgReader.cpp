@@ -89,7 +89,7 @@ private:
         pen.joinPrecision = 24;
         pen.endType = drawn.strokeLineCap == NSVG_CAP_BUTT ? 0 : 1;
         pen.endRoundness = drawn.strokeLineCap == NSVG_CAP_SQUARE ? 0.0F : 1.0F;
-        int const count = drawn.strokeDashCount;
+        int const count = static_cast<unsigned char>(drawn.strokeDashCount);
         if (count <= 0) return;
         pen.dash.lineType = 3;
         // An odd number of lengths goes round twice, gaps and dashes changing places.
