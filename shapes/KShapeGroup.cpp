@@ -1,5 +1,7 @@
 #include "shapes/KShapeGroup.h"
 
+#include <cmath>
+
 namespace ombrelune {
 
 void KShapeGroup::Add(KShapeGroup const& other)
@@ -28,6 +30,15 @@ bool KShapeGroup::Inside(KVector2 const& p) const
     for (auto const& list : lists_)
         if (list->Inside(p)) return true;
     return false;
+}
+
+bool KShapeGroup::IsWithin(float reach) const
+{
+    for (auto const& list : lists_)
+        for (KShape const* shape : list->Each<KShape>())
+            for (KShapePoint const* p = shape->GetFirstPoint(); p; p = p->next)
+                if (!(std::abs(p->position.x) <= reach && std::abs(p->position.y) <= reach)) return false;
+    return true;
 }
 
 float KShapeGroup::LengthTotal() const

@@ -28,6 +28,9 @@ public:
     void SetStyle(KStyle const& style);
     bool Inside(KVector2 const& p) const;
     float LengthTotal() const;
+    /// Whether all points lie within that distance of the origin along both axes; none does that is no
+    /// number.
+    bool IsWithin(float reach) const;
 
     /// Draws the lists in order. See KShapeList.
     void Render(KImage* image, KShapeRenderData const& data);

@@ -1,7 +1,5 @@
 #include "shapes/KShapeParameter.h"
 
-#include <cmath>
-
 #include "framework/KObjectType.h"
 #include "host/graph/Registry.h"
 #include "host/graph/ValueFormat.h"
@@ -24,22 +22,12 @@ Registry const shapeRegistry(ClassRegistry(), KShapeParameter::kClassId,
 /// The integers of boolean operations and offsets hold a hundred times more.
 constexpr float kFarthest = 1e10F;
 
-bool IsInReach(KShape const& shape)
-{
-    for (KShapePoint const* p = shape.GetFirstPoint(); p; p = p->next)
-        if (!(std::abs(p->position.x) <= kFarthest && std::abs(p->position.y) <= kFarthest)) return false;
-    return true;
-}
-
 char const* Refuse(Parameter const* value)
 {
     auto const* const shapes = dynamic_cast<KShapeParameter const*>(value);
-    for (int i = 0; shapes && shapes->Group() && i < shapes->Group()->GetCount(); ++i)
-        for (KShape const* shape : shapes->Group()->Get(i)->Each<KShape>())
-            if (!IsInReach(*shape))
-                return "is a shape with a point beyond 1e10 frame widths, or nowhere: make it smaller where "
-                       "it "
-                       "comes from";
+    if (shapes && shapes->Group() && !shapes->Group()->IsWithin(kFarthest))
+        return "is a shape with a point beyond 1e10 frame widths, or nowhere: make it smaller where it comes "
+               "from";
     return nullptr;
 }
 

@@ -157,22 +157,12 @@ private:
     std::string& text_;
 };
 
-bool IsInReach(KShape const& shape)
-{
-    for (KShapePoint const* p = shape.GetFirstPoint(); p; p = p->next)
-        if (!(std::abs(p->position.x) <= kFarthest && std::abs(p->position.y) <= kFarthest)) return false;
-    return true;
-}
-
 } // namespace
 
 std::optional<Problem> WriteSvg(KShapeGroup const& group, FrameFormat const& format, std::string& text)
 {
-    for (int i = 0; i < group.GetCount(); ++i)
-        for (KShape const* shape : group.Get(i)->Each<KShape>())
-            if (!IsInReach(*shape))
-                return Problem{
-                    .text = "a point lies more than a million frames away, or nowhere: SVG holds none"};
+    if (!group.IsWithin(kFarthest))
+        return Problem{.text = "a point lies more than a million frames away, or nowhere: SVG holds none"};
     Writer(format, text).Write(group);
     return std::nullopt;
 }
