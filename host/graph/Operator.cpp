@@ -47,11 +47,6 @@ std::uint64_t NextSerial()
 
 } // namespace
 
-InputState const& OperatorState::Of(Input const& input) const
-{
-    return inputs[static_cast<std::size_t>(input.Index())];
-}
-
 Operator::Operator(Registry const* registry, ScriptVal const&, TagList const& tags)
     : registry_(registry), document_(tags.GetPointer<FusionDoc>(Op_Document)), name_(tags.GetText(Op_Name)),
       page_("Controls"), serial_(NextSerial())

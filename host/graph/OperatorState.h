@@ -4,11 +4,11 @@
 #include <memory>
 #include <vector>
 
+#include "host/graph/Input.h"
 #include "host/graph/InputState.h"
 
 namespace ombrelune {
 
-class Input;
 class Operator;
 
 /// What a render reads of one operator, as it is at one version of its document. Never changes.
@@ -19,7 +19,7 @@ struct OperatorState {
     bool passThrough = false;
     bool keepsHistory = false;
 
-    InputState const& Of(Input const& input) const;
+    InputState const& Of(Input const& input) const { return inputs[static_cast<std::size_t>(input.Index())]; }
 };
 
 /// All operators of a document at one version. Shared and never changed, so that whoever holds one may read

@@ -21,6 +21,7 @@ namespace ombrelune {
 namespace {
 
 constexpr int kMostInARow = 2000;     // a request takes some 3 KB of stack for each
+constexpr int kLooksForRings = 8;     // every so many tools
 constexpr int kMostExpressions = 200; // and an expression more
 
 bool IsFinite(Parameter const* value)
@@ -210,6 +211,9 @@ std::optional<Problem> Renderer::FeedsItself(Visit const& visit) const
     if (visit.depth > kMostInARow)
         return Problem{document_.file, visit.op.line,
                        fmt::format("more than {} tools in a row feed '{}'", kMostInARow, visit.op.Name())};
+    // A ring comes round again, so a look now and then finds it; flows with one are refused when they are
+    // read.
+    if (visit.depth % kLooksForRings != 0) return std::nullopt;
     for (Visit const* above = visit.from; above; above = above->from)
         if (&above->op == &visit.op && above->time == visit.time)
             return Problem{document_.file, visit.op.line, fmt::format("'{}' feeds itself", visit.op.Name())};
