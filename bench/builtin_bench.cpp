@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "bench/Floor.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune::bench {
 namespace {

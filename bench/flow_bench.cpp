@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "host/flow/FlowReader.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune {
 namespace {

@@ -1,11 +1,14 @@
 #include "framework/KProcessImage.h"
 
+#include <utility>
+
 #include "framework/KProcessImageColor.h"
 #include "framework/KProcessImageInverse.h"
 #include "framework/KProcessImagePixel.h"
 #include "framework/KProcessImagePosition.h"
 #include "framework/KProcessImageShape.h"
 #include "framework/KProcessImageThreads.h"
+#include "host/value/Parallel.h"
 
 namespace ombrelune {
 
@@ -23,13 +26,29 @@ KProcessImage::KProcessImage(KImage* newSource, KImage** newDestination, KEffect
         skip = true;
         return;
     }
-    skip = !effect->Init(source);
-    initialised = true;
+    initialised = true; // a failed Init is followed by Done too
+    try {
+        skip = !effect->Init(source);
+    } catch (...) {
+        FinishQuietly(); // there will be no destructor
+        throw;
+    }
 }
 
-KProcessImage::~KProcessImage()
+KProcessImage::~KProcessImage() { FinishQuietly(); }
+
+void KProcessImage::Finish()
 {
-    if (initialised) effect->Done(destination);
+    if (std::exchange(initialised, false)) effect->Done(destination);
+}
+
+void KProcessImage::FinishQuietly() noexcept
+{
+    try {
+        Finish();
+    } catch (...) {
+        // The frame has failed, and whatever broke it off tells why.
+    }
 }
 
 void KProcessImage::Init(int) {}
@@ -38,7 +57,10 @@ void KProcessImage::Process()
 {
     for (int step = 0; step < GetStepCount(); ++step) {
         Init(step);
-        for (int chunk = 0; chunk < GetThreadCount(step); ++chunk) DoThread(chunk, step);
+        for (int chunk = 0; chunk < GetThreadCount(step); ++chunk) {
+            ThrowIfStopped();
+            DoThread(chunk, step);
+        }
         Done(step);
     }
 }

@@ -7,8 +7,9 @@
 
 namespace ombrelune {
 
-/// Turns one effect and one source into one destination. The constructor calls the effect's Init and the
-/// destructor its Done, so an engine's life is the span in which the effect is prepared for a frame.
+/// Turns one effect and one source into one destination. The constructor calls the effect's Init, and
+/// Finish or the destructor its Done, so an engine's life is the span in which the effect is prepared for a
+/// frame.
 class KProcessImage : public KProcess {
 public:
     /// @param newDestination  address of the caller's pointer; the engine may replace the image behind it
@@ -24,12 +25,16 @@ public:
     virtual void DoThread(int chunk, int step) = 0;
     /// Ends a step; the last one applies the data's blur.
     virtual void Done(int step);
+    /// Calls the effect's Done, once. The destructor does where a frame was broken off, and then lets nothing
+    /// out that it throws.
+    void Finish();
 
 protected:
+    void FinishQuietly() noexcept;
     /// Row of the skip path: the source as it is.
     void CopyRow(int y);
 
-    bool initialised = false; ///< the effect's Init was called
+    bool initialised = false; ///< the effect's Init was called, and its Done not
     KEffectImage* effect;
     bool skip = false; ///< every row is copied and the effect is not called
     KImage* source;

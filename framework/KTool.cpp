@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <numbers>
 
 #include "framework/KObjectType.h"
@@ -92,10 +93,11 @@ void KTool::StartProcess()
     if (KEffectImage* image = ImageEffect()) image->BufferTrailsSet(nullptr);
 }
 
-bool KTool::MayLeaveTrails() const
+bool KTool::MayLeaveTrails(OperatorState const& state) const
 {
-    return trailsInput &&
-           (trailsInput->Source() || trailsInput->Expression() || NumberOf(trailsInput->Value().Get()) > 0.5);
+    if (!trailsInput) return false;
+    InputState const& trails = state.Of(*trailsInput);
+    return trails.source || trails.expression || NumberOf(trails.value.Get()) > 0.5;
 }
 
 void KTool::PreCalcProcess(Request* request)
@@ -368,6 +370,7 @@ void KTool::ProcessImage(ThreadedOperator* op, Request* request, KEffectImage* i
         engine->Process();
     }
     bool const isGenerator = source == destination;
+    if (engine) engine->Finish();
     engine.reset();
     if (isGenerator) source = destination; // which the effect's Done may have replaced
     imageEffect->BufferTrailsSet(data.trails && destination ? destination->CopyOf() : nullptr);
@@ -399,13 +402,33 @@ void KTool::SetOutputs(Request* request)
 void KTool::ProcessDo(ThreadedOperator* op, Request* request, bool cleanUp)
 {
     if (!effect || !CheckFile(request)) return;
+    // However the frame ends, the next one finds nothing of it.
+    struct CleanUp {
+        KTool& tool;
+        int thrown = std::uncaught_exceptions();
+        bool always;
+        ~CleanUp()
+        {
+            if (!always && std::uncaught_exceptions() == thrown) return;
+            tool.BreakOff();
+            tool.ProcessCleanUp();
+        }
+    } const end{.tool = *this, .always = cleanUp};
     ProcessSetData(op, request, static_cast<int>(scale), fieldCount > 0, fieldNumber, xAspect, yAspect);
     KEffectImage* const imageEffect = ImageEffect();
     if (imageEffect && (destination || effect->GetFlag(KPF_OptionalImage)))
         ProcessImage(op, request, imageEffect);
     effect->ProcessData();
     SetOutputs(request);
-    if (cleanUp) ProcessCleanUp();
+}
+
+/// What an exception leaves behind of the engine.
+void KTool::BreakOff()
+{
+    if (!engine) return;
+    bool const isGenerator = source == destination;
+    engine.reset();
+    if (isGenerator) source = destination; // which the effect's Done may have replaced
 }
 
 void KTool::ProcessCleanUp()

@@ -54,7 +54,7 @@ public:
     void ShowInputs(bool show);
 
     /// True when the tool's trails are on, or may be at some time.
-    bool MayLeaveTrails() const;
+    bool MayLeaveTrails(OperatorState const& state) const;
 
     KProcessImageData const& Data() const { return data; }
     KInputList const& EffectInputs() const { return inputs; }
@@ -103,6 +103,7 @@ protected:
     void ProcessImage(ThreadedOperator* op, Request* request, KEffectImage* imageEffect);
     std::unique_ptr<KImage> SourceWithTrails(KEffectImage* imageEffect);
     void SetOutputs(Request* request);
+    void BreakOff();
     /// Effects say nothing of their files, so the bridge does: warns of one that is missing, cannot be read,
     /// is huge or is no text; false after a report of what is no file at all.
     bool CheckFile(Request* request) const;

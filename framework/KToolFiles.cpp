@@ -47,7 +47,8 @@ std::string KTool::ResolvedFile(std::string const& name) const
 Input* KTool::FileInput(Request const& request) const
 {
     for (KInput const* entry : inputs.Each<KInput>()) {
-        if (entry->parameter->control != KCT_Filename || !entry->input || !entry->input->IsVisible())
+        if (entry->parameter->control != KCT_Filename || !entry->input ||
+            !request.State().Of(*entry->input).isVisible)
             continue;
         auto const* name = dynamic_cast<Text const*>(request.InputData(*entry->input, 0));
         if (name && !name->value.empty()) return entry->input;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <type_traits>
-
 #include "framework/KTool.h"
 #include "host/graph/FusionDoc.h"
 
@@ -19,10 +17,9 @@ public:
     }
     bool ChecksRequests() const override
     {
-        // The host's own bases but the plain one remember how a frame is wanted.
-        return preProcessNeeded || !std::is_same_v<Host, ThreadedOperator>;
+        return preProcessNeeded; // the host's own bases only remember how a frame is wanted
     }
-    bool KeepsHistory() const override { return MayLeaveTrails(); }
+    bool KeepsHistory(OperatorState const& state) const override { return MayLeaveTrails(state); }
     SourceFile FileToRead(Request const& request) const override
     {
         return {.path = KTool::FileToRead(request)};

@@ -3,7 +3,7 @@
 #include "fuzz/Require.h"
 #include "host/flow/FlowReader.h"
 #include "host/flow/Writer.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 using namespace ombrelune;
 

@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "apps/ombrelune/Commands.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 #include "host/io/Pictures.h"
 
 namespace ombrelune::app {

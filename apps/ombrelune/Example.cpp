@@ -12,7 +12,7 @@
 #include "apps/ombrelune/Commands.h"
 #include "host/flow/ColorGroups.h"
 #include "host/flow/FlowReader.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune::app {
 
@@ -85,7 +85,7 @@ std::optional<std::string> ValueText(Input const& input, std::string const& fold
 std::optional<std::string> FileOf(Input const& input, std::string const& folder)
 {
     Operator const& op = *input.Source()->Owner();
-    if (op.Registration()->Id() != FuID("Loader") || op.passThrough) return std::nullopt;
+    if (op.Registration()->Id() != FuID("Loader") || op.PassesThrough()) return std::nullopt;
     for (auto const& each : op.Inputs())
         if (each->Source() || each->Expression() || (each->HasValue() && each->Id() != FuID("Filename")))
             return std::nullopt;
@@ -105,7 +105,8 @@ public:
     {
         bool const isAsked = PictureOutput(document_, op_) == op_.MainOutput(1);
         bool const varies = op_.Registration()->Tags().GetBool(Reg_TimeVariant);
-        if (!isAsked || op_.passThrough || op_.KeepsHistory() || (varies && document_.currentTime != 0.0))
+        if (!isAsked || op_.PassesThrough() || op_.State().keepsHistory ||
+            (varies && document_.currentTime != 0.0))
             return {};
         if (!AddPictures() || !AddFormat() || !AddValues()) return {};
         words_.insert(words_.end(), {"--out", outFile});

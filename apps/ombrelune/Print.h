@@ -1,7 +1,7 @@
 #pragma once
 
 #include "apps/ombrelune/Commands.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune::app {
 

@@ -97,7 +97,7 @@ std::vector<RenderTarget> SaversOf(FusionDoc const& document)
 {
     std::vector<RenderTarget> savers;
     for (auto const& op : document.Operators()) {
-        if (op->Registration()->Id() != FuID("Saver") || op->passThrough) continue;
+        if (op->Registration()->Id() != FuID("Saver") || op->PassesThrough()) continue;
         savers.push_back({.saver = op.get(), .output = op->MainInput(1)->Source()});
     }
     return savers;

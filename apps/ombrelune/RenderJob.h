@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune::app {
 

@@ -48,9 +48,10 @@ public:
             return request->Fail(Name() + ".Filename: " + problem->text);
         auto* const image = dynamic_cast<Image*>(picture->GetValue(request, 0));
         if (!image)
-            return request->Fail(
-                fmt::format("{}.Input got no picture: {} gives none at this time", Name(),
-                            picture->Source() ? picture->Source()->Owner()->Name() : "what is connected"));
+            return request->Fail(fmt::format("{}.Input got no picture: {} gives none at this time", Name(),
+                                             request->State().Of(*picture).source
+                                                 ? request->State().Of(*picture).source->Owner()->Name()
+                                                 : "what is connected"));
 
         if (auto problem = WritePicture(*image, FileToWrite(*request)))
             return request->FailFile(Name() + ": " + problem->Format());

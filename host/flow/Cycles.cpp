@@ -27,7 +27,7 @@ std::vector<Node> NeedsOf(Node const& node)
         return needs;
     }
     Input const& input = *std::get<Input const*>(node);
-    if (InputExpression const* expression = input.Expression()) {
+    if (auto const expression = input.Expression()) {
         for (Operator const* read : expression->Reads()) needs.emplace_back(read);
         for (Input const* read : expression->InputsRead()) needs.emplace_back(read);
     } else if (input.Source()) {

@@ -143,7 +143,7 @@ private:
                 Wrong(pass->line, fmt::format("{}: PassThrough is true or false", op.Name()));
             else if (*pass->AsBool() && !op.HasIdentity())
                 Wrong(pass->line, fmt::format("{} has no input to pass through", op.Name()));
-            else op.passThrough = *pass->AsBool();
+            else op.SetPassThrough(*pass->AsBool());
         }
         // The operator has read them too, but cannot speak.
         bool const isSpline = table.constructor == "BezierSpline" || table.constructor == "LUTBezier";
@@ -274,6 +274,7 @@ private:
                 input->SetSource(value.Get(), document_->currentTime, nullptr);
             for (auto const& [input, value] : given) input->SetValueQuietly(value);
         }
+        for (Problem& problem : document_->TakeProblems()) reading_.warnings.push_back(std::move(problem));
     }
 
     FlowReading& reading_;

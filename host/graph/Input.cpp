@@ -1,7 +1,9 @@
 #include "host/graph/Input.h"
 
 #include <limits>
+#include <mutex>
 
+#include "host/graph/Changes.h"
 #include "host/graph/Operator.h"
 #include "host/graph/Request.h"
 
@@ -25,43 +27,112 @@ Ref<Parameter> DefaultOf(TagList const& attributes)
 } // namespace
 
 Input::Input(Operator* owner, int index, FuID name, FuID id, TagList attributes)
-    : owner_(owner), index_(index), name_(name), id_(id), attributes_(std::move(attributes)),
-      priority_(static_cast<int>(attributes_.GetInt(Attr_Priority))), default_(DefaultOf(attributes_))
-{}
+    : owner_(owner), index_(index), name_(name), id_(id), dataType_(attributes.GetId(Attr_DataType)),
+      mainNumber_(static_cast<int>(attributes.GetInt(Attr_MainNumber))), attributes_(std::move(attributes)),
+      default_(DefaultOf(attributes_))
+{
+    state_.value = default_;
+    ReadAttributes();
+}
+
+void Input::ReadAttributes()
+{
+    constexpr double kNone = std::numeric_limits<double>::infinity();
+    state_.priority = static_cast<int>(attributes_.GetInt(Attr_Priority));
+    state_.isVisible = attributes_.GetBool(Attr_ControlVisible, true);
+    state_.isRequired = attributes_.GetBool(Attr_Required, IsImage());
+    state_.least = attributes_.GetFloat(Attr_MinHard, -kNone);
+    state_.most = attributes_.GetFloat(Attr_MaxHard, kNone);
+}
+
+template <class Change> void Input::Edit(Change const& change)
+{
+    std::lock_guard guard(owner_->EditLock());
+    change();
+    owner_->Edited();
+}
 
 void Input::SetAttrsTagList(TagList const& tags)
 {
-    attributes_.Merge(tags);
-    priority_ = static_cast<int>(attributes_.GetInt(Attr_Priority));
+    Edit([&] {
+        attributes_.Merge(tags);
+        ReadAttributes();
+    });
 }
 
-bool Input::IsImage() const
+TagList Input::Attributes() const
 {
-    return DataType() == CLSID_DataType_Image || DataType() == CLSID_DataType_Mask;
+    std::lock_guard guard(owner_->EditLock());
+    return attributes_;
+}
+
+std::string Input::Label() const
+{
+    std::lock_guard guard(owner_->EditLock());
+    return attributes_.GetText(Attr_ControlName, name_.Text());
+}
+
+InputState Input::State() const
+{
+    std::lock_guard guard(owner_->EditLock());
+    return state_;
+}
+
+bool Input::HasValue() const
+{
+    std::lock_guard guard(owner_->EditLock());
+    return hasValue_;
+}
+
+Ref<Parameter> Input::Default() const
+{
+    std::lock_guard guard(owner_->EditLock());
+    return default_;
 }
 
 Parameter* Input::GetValue(Request* request, int slot) const { return request->InputData(*this, slot); }
 
-Ref<Parameter> Input::Limited(Ref<Parameter> value) const
+Ref<Parameter> InputState::Limited(Ref<Parameter> computed) const
 {
-    auto const* number = dynamic_cast<Number const*>(value.Get());
-    if (!number) return value;
-    constexpr double kNone = std::numeric_limits<double>::infinity();
-    double const least = attributes_.GetFloat(Attr_MinHard, -kNone);
-    double const most = attributes_.GetFloat(Attr_MaxHard, kNone);
+    auto const* number = dynamic_cast<Number const*>(computed.Get());
+    if (!number) return computed;
     if (number->value < least) return MakeRef<Number>(least);
-    return number->value > most ? MakeRef<Number>(most) : value;
+    return number->value > most ? MakeRef<Number>(most) : computed;
+}
+
+// What was there goes after the lock is let go: its last owner may have much to free.
+
+void Input::SetValueQuietly(Ref<Parameter> value)
+{
+    Edit([&] {
+        hasValue_ = static_cast<bool>(value);
+        if (!value) value = default_;
+        std::swap(state_.value, value);
+    });
+}
+
+void Input::ConnectTo(Output* source)
+{
+    Edit([&] { state_.source = source; });
+}
+
+void Input::SetExpression(std::shared_ptr<InputExpression const> expression)
+{
+    Edit([&] { std::swap(state_.expression, expression); });
 }
 
 void Input::SetSource(Parameter* value, double time, TagList const* tags)
 {
+    Ref<Parameter> given = Ref<Parameter>::Share(value);
     if (time == kDefaultTime) {
-        default_ = Ref<Parameter>::Share(value);
+        Edit([&] {
+            std::swap(default_, given);
+            if (!hasValue_) state_.value = default_;
+        });
         return;
     }
-    value_ = Ref<Parameter>::Share(value);
-    TagList none;
-    owner_->NotifyChanged(this, value, time, const_cast<TagList*>(tags ? tags : &none));
+    SetValueQuietly(given);
+    TellOfChange(*this, std::move(given), time, tags ? *tags : TagList{});
 }
 
 } // namespace ombrelune

@@ -1,6 +1,9 @@
 #include "host/graph/Operator.h"
 
 #include <algorithm>
+#include <atomic>
+#include <functional>
+#include <set>
 
 #include "host/graph/FusionDoc.h"
 #include "host/image/Image.h"
@@ -36,11 +39,17 @@ template <class Items> FuID FreeId(Items const& items, FuID id)
     return free;
 }
 
+std::uint64_t NextSerial()
+{
+    static std::atomic<std::uint64_t> next{1};
+    return next.fetch_add(1, std::memory_order_relaxed);
+}
+
 } // namespace
 
 Operator::Operator(Registry const* registry, ScriptVal const&, TagList const& tags)
     : registry_(registry), document_(tags.GetPointer<FusionDoc>(Op_Document)), name_(tags.GetText(Op_Name)),
-      page_("Controls")
+      page_("Controls"), serial_(NextSerial())
 {}
 
 Operator::~Operator() = default;
@@ -86,6 +95,53 @@ Input* Operator::FindInput(FuID id) const { return FindById(inputs_, id); }
 Output* Operator::FindOutput(FuID id) const { return FindById(outputs_, id); }
 Input* Operator::MainInput(int number) const { return FindByNumber(inputs_, number); }
 Output* Operator::MainOutput(int number) const { return FindByNumber(outputs_, number); }
+
+std::mutex& Operator::EditLock() const
+{
+    static std::mutex alone;
+    return document_ ? document_->lock_ : alone;
+}
+
+void Operator::Edited()
+{
+    if (!document_ || !place_ || isEdited_) return;
+    isEdited_ = true;
+    document_->edited_.push_back(*place_);
+}
+
+OperatorState Operator::StateUnderLock() const
+{
+    OperatorState state;
+    state.inputs.reserve(inputs_.size());
+    std::set<int, std::greater<>> levels{Request::kBeforeImages};
+    for (auto const& input : inputs_) {
+        state.inputs.push_back(input->state_);
+        if (input->state_.priority < 0) levels.insert(input->state_.priority);
+    }
+    state.lateLevels.assign(levels.begin(), levels.end());
+    state.passThrough = passThrough_;
+    state.keepsHistory = KeepsHistory(state);
+    return state;
+}
+
+OperatorState Operator::State() const
+{
+    std::lock_guard guard(EditLock());
+    return StateUnderLock();
+}
+
+void Operator::SetPassThrough(bool passThrough)
+{
+    std::lock_guard guard(EditLock());
+    passThrough_ = passThrough;
+    Edited();
+}
+
+bool Operator::PassesThrough() const
+{
+    std::lock_guard guard(EditLock());
+    return passThrough_;
+}
 
 void Operator::RegInit(Registry const* registry)
 {

@@ -1,10 +1,16 @@
 #pragma once
 
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "host/graph/Input.h"
+#include "host/graph/OperatorState.h"
 #include "host/graph/Output.h"
 #include "host/graph/Registry.h"
 #include "host/graph/Request.h"
@@ -26,8 +32,9 @@ struct SourceFile {
 };
 
 /// A node of a document. A class of operators derives from this and is registered with a function that makes
-/// one.
-class Operator {
+/// one. Whoever calls one of its functions that work for a request or answer a change holds it by a
+/// BusyOperator; functions that are const may be called at any time.
+class Operator : public std::enable_shared_from_this<Operator> {
 public:
     Operator(Registry const* registry, ScriptVal const& settings, TagList const& tags);
     virtual ~Operator();
@@ -39,20 +46,22 @@ public:
     /// Called while a request is gathered, once for each priority below 0: the place to ask for other frames.
     /// May be called more than once for a request, and always once more right before Process.
     virtual void CheckRequest(Request*) {}
-    /// False when CheckRequest does nothing, so that a look ahead need not wait for Process to end.
+    /// False when CheckRequest leaves every request as it is, so that a look ahead need not wait for Process
+    /// to end.
     virtual bool ChecksRequests() const { return true; }
     /// Makes the results of a gathered request. An operator works on one request at a time.
     virtual void Process(Request*) {}
     /// True when results depend on the frames that were processed before, as an after-image does. The
-    /// renderer then takes the frames of the job in order, from the first.
-    virtual bool KeepsHistory() const { return false; }
+    /// renderer then takes the frames of the job in order, from the first. Must not ask the inputs for more
+    /// than the state tells.
+    virtual bool KeepsHistory(OperatorState const&) const { return false; }
     /// File that Process will read for a request; its date and size count as part of what feeds the operator.
     virtual SourceFile FileToRead(Request const&) const { return {}; }
     /// File that Process will write for a request.
     virtual std::string FileToWrite(Request const&) const { return {}; }
     /// A pass that tells what a request would need, before anything is computed.
     virtual void PreCalcProcess(Request*) {}
-    /// An input was changed by the user or by the operator itself.
+    /// An input was changed by the user or by the operator itself. Inputs that it sets are told of after it.
     virtual void NotifyChanged(Input*, Parameter*, double /*time*/, TagList*) {}
     virtual void OnStartRender(RenderMessage*) {}
 
@@ -74,6 +83,12 @@ public:
     std::string const& Name() const { return name_; }
     std::vector<std::unique_ptr<Input>> const& Inputs() const { return inputs_; }
     std::vector<std::unique_ptr<Output>> const& Outputs() const { return outputs_; }
+    /// A number that no other operator of the process has or had.
+    std::uint64_t Serial() const { return serial_; }
+    /// What it is now.
+    OperatorState State() const;
+    void SetPassThrough(bool passThrough);
+    bool PassesThrough() const;
     /// Null when there is none.
     Input* FindInput(FuID id) const;
     Output* FindOutput(FuID id) const;
@@ -87,10 +102,29 @@ public:
     /// Registered classes that can be made, in order of registration.
     static std::vector<Registry const*> AllOperators();
 
-    bool passThrough = false;
     int line = 0; ///< where the document declares it, 0 when it was made by the program
 
+    /// Whose frames the members of an operator with history stem from; for renderers. Held over several
+    /// frames, and while what feeds the operator is made.
+    struct History {
+        std::mutex lock;
+        std::uint64_t job = 0;      ///< serial of the job, 0 for none
+        std::optional<double> time; ///< its last frame
+    };
+    History history;
+
 private:
+    friend class BusyOperator;
+    friend class FusionDoc;
+    friend class Input;
+    friend class Snapshot;
+
+    /// The document's lock, or one for all operators that stand alone.
+    std::mutex& EditLock() const;
+    /// Tells the document that the state is not what it was; under the lock.
+    void Edited();
+    OperatorState StateUnderLock() const;
+
     Registry const* registry_;
     FusionDoc* document_;
     std::string name_;
@@ -99,6 +133,17 @@ private:
     std::vector<std::unique_ptr<Input>> inputs_;
     std::vector<std::unique_ptr<Output>> outputs_;
     bool hasIdentity_ = false;
+    std::uint64_t const serial_;
+
+    // Under the lock of edits.
+    bool passThrough_ = false;
+    bool isEdited_ = false; ///< since the document's last snapshot
+
+    std::optional<std::size_t> place_; ///< in the snapshots of its document; fixed once it has one
+
+    std::mutex busyLock_;
+    std::condition_variable_any freed_;
+    bool isBusy_ = false;
 };
 
 /// An operator whose work is cut into chunks for the worker threads.

@@ -4,8 +4,9 @@
 
 namespace ombrelune {
 
-Request::Request(Operator& op, double time, RenderQuality const& quality)
-    : op_(&op), time_(time), quality_(quality), slots_(op.Inputs().size()), results_(op.Outputs().size())
+Request::Request(std::shared_ptr<OperatorState const> state, double time, RenderQuality const& quality)
+    : state_(std::move(state)), time_(time), quality_(quality), slots_(Op().Inputs().size()),
+      results_(Op().Outputs().size())
 {}
 
 Request::Slot& Request::SlotOf(Input const& input, int slot)

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/graph/Input.h"
+#include "host/graph/OperatorState.h"
 #include "host/graph/Output.h"
 #include "host/value/Problem.h"
 
@@ -23,6 +25,8 @@ struct RenderQuality {
     int proxy = 1;      ///< pictures are made smaller by this factor
     bool quick = false; ///< interactive: tools may take cheaper roads
     MissingFrame missing = MissingFrame::kError;
+
+    bool operator==(RenderQuality const&) const = default;
 };
 
 /// One operator's work at one time: what its inputs gave, what it hands over. Lives on one thread of the
@@ -32,9 +36,11 @@ public:
     static constexpr int kBeforeImages = -1; ///< GetPri() while inputs of priority -1 are not there yet
     static constexpr int kComplete = std::numeric_limits<int>::min();
 
-    Request(Operator& op, double time, RenderQuality const& quality);
+    Request(std::shared_ptr<OperatorState const> state, double time, RenderQuality const& quality);
 
-    Operator& Op() const { return *op_; }
+    Operator& Op() const { return *state_->op; }
+    /// The operator as this request sees it; what its inputs have now may differ already.
+    OperatorState const& State() const { return *state_; }
     double GetTime() const { return time_; }
     /// The priority that is about to be fetched; kComplete while the operator processes.
     int GetPri() const { return priority_; }
@@ -73,7 +79,7 @@ private:
     };
     Slot& SlotOf(Input const& input, int slot);
 
-    Operator* op_;
+    std::shared_ptr<OperatorState const> state_;
     double time_;
     RenderQuality quality_;
     int priority_ = 0;

@@ -1,6 +1,7 @@
 #include "host/value/Parallel.h"
 
 #include <memory>
+#include <utility>
 
 #include <tbb/blocked_range.h>
 #include <tbb/global_control.h>
@@ -17,18 +18,38 @@ std::unique_ptr<tbb::task_arena>& Arena()
     return arena;
 }
 
+thread_local std::stop_token const* currentStop = nullptr; // of the innermost StopScope
+
+void RunRange(int from, int to, std::function<void(int)> const& body)
+{
+    for (int i = from; i < to; ++i) {
+        ThrowIfStopped();
+        body(i);
+    }
+}
+
 } // namespace
+
+StopScope::StopScope(std::stop_token const& stop) : before_(std::exchange(currentStop, &stop)) {}
+StopScope::~StopScope() { currentStop = before_; }
+
+void ThrowIfStopped()
+{
+    if (currentStop && currentStop->stop_requested()) throw Stopped{};
+}
 
 void ParallelFor(int count, std::function<void(int)> const& body)
 {
-    if (count == 1 || ThreadCount() == 1) {
-        for (int i = 0; i < count; ++i) body(i);
-        return;
-    }
+    if (count == 1 || ThreadCount() == 1) return RunRange(0, count, body);
+    static std::stop_token const never;
+    std::stop_token const& stop = currentStop ? *currentStop : never;
     // The automatic partitioner splits a range only as far as idle threads ask for it, so tasks stay large.
     Arena()->execute([&] {
-        tbb::parallel_for(tbb::blocked_range<int>(0, count), [&](tbb::blocked_range<int> const& range) {
-            for (int i = range.begin(); i != range.end(); ++i) body(i);
+        tbb::this_task_arena::isolate([&] {
+            tbb::parallel_for(tbb::blocked_range<int>(0, count), [&](tbb::blocked_range<int> const& range) {
+                StopScope const scope(stop);
+                RunRange(range.begin(), range.end(), body);
+            });
         });
     });
 }

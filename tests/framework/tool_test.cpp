@@ -2,7 +2,7 @@
 
 #include "framework/KObjectType.h"
 #include "framework/Registration.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 #include "tests/framework/EffectRunner.h"
 
 namespace ombrelune {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 #include "tests/host/image_helpers.h"
 
 namespace ombrelune::test {

@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 
 #include "host/flow/FlowReader.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune {
 

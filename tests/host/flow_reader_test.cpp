@@ -67,7 +67,7 @@ TEST(FlowReader, ComputedNumbersStayInTheHardRange)
     Renderer renderer(flow.Document(), {});
     EXPECT_FALSE(renderer.Evaluate(*flow.Document().FindOperator("B")->FindOutput("Output"), 0).problem);
     Input& width = *flow.Document().FindOperator("B")->FindInput("Width");
-    EXPECT_EQ(dynamic_cast<Number const&>(*width.Limited(MakeRef<Number>(1e12))).value, 65536);
+    EXPECT_EQ(dynamic_cast<Number const&>(*width.State().Limited(MakeRef<Number>(1e12))).value, 65536);
 }
 
 char const* const kGroups = R"({ Tools = ordered() {

@@ -10,7 +10,7 @@
 
 #include "framework/Registration.h"
 #include "host/graph/FusionDoc.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 #include "shapes/KShapeParameter.h"
 #include "tests/shapes/shape_helpers.h"
 

@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "host/flow/FlowReader.h"
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 #include "host/io/Pictures.h"
 #include "tests/tools/time/time_runner.h"
 

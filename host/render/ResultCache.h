@@ -5,12 +5,10 @@
 #include <mutex>
 #include <unordered_map>
 
-#include "host/graph/ResultKey.h"
 #include "host/graph/Results.h"
+#include "host/render/ResultKey.h"
 
 namespace ombrelune {
-
-class Operator;
 
 /// Results within a budget of bytes; the least recently used go first. A result that somebody still holds is
 /// found even after it went. Thread-safe.
@@ -20,11 +18,13 @@ public:
 
     /// Where a result comes from, for DropFrame.
     struct Origin {
-        Operator const* op = nullptr;
+        std::uint64_t op = 0;   ///< serial of the operator
         double frame = 0.0;     ///< frame that was being rendered
         bool lastsFrame = true; ///< it serves no other frame
     };
 
+    /// Whether a result is there that holds a value; asking does not count as a use.
+    bool Has(ResultKey const& key);
     /// Null when there is none.
     SharedResults Find(ResultKey const& key);
     /// @param bytes  picture memory that the result keeps alive and nothing else does

@@ -1,4 +1,4 @@
-#include "host/graph/ResultKey.h"
+#include "host/render/ResultKey.h"
 
 #define XXH_INLINE_ALL
 #include <xxhash.h>

@@ -4,18 +4,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "host/graph/RendererState.h"
+#include "host/render/RendererState.h"
 
 namespace ombrelune {
 
-namespace {
-
-/// Values that CheckRequest may look at. All else stands for itself by the key of what makes it.
-bool IsSmall(FuID type)
+bool Renderer::IsSmall(FuID type)
 {
     return type == CLSID_DataType_Number || type == CLSID_DataType_Point || type == CLSID_DataType_Text ||
            type == CLSID_DataType_FuID || type == CLSID_DataType_LookUpTable;
 }
+
+namespace {
 
 void AddValue(ResultKeyBuilder& key, Parameter const* value)
 {
@@ -48,41 +47,48 @@ Renderer::Keyed Renderer::KeyOf(Visit const& visit)
 }
 
 Renderer::Keyed Renderer::MakeKey(Visit const& visit)
-{
+try {
     Operator& op = visit.op;
+    if (auto problem = WhyNot(visit)) return {.problem = std::move(problem)};
     if (auto problem = FeedsItself(visit)) return {.problem = std::move(problem)};
-    if (op.passThrough) {
+    OperatorState const& state = *visit.state;
+    if (state.passThrough) {
         Input const* const in = op.MainInput(1);
-        if (!in || !in->Source()) return {};
-        Keyed passed = KeyOf(visit.To(*in->Source()->Owner(), visit.time));
-        passed.key = ResultKeyBuilder().Add(passed.key).Add(static_cast<double>(in->Source()->Index())).Key();
+        Output const* const from = in ? state.Of(*in).source : nullptr;
+        if (!from) return {};
+        Keyed passed = KeyOf(visit.To(*from->Owner(), visit.time));
+        passed.key = ResultKeyBuilder().Add(passed.key).Add(static_cast<double>(from->Index())).Key();
         return passed;
     }
+    RenderQuality const& quality = visit.frame.quality;
     ResultKeyBuilder key;
-    key.Add(static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&op)))
-        .Add(static_cast<double>(quality_.proxy))
-        .Add(quality_.quick ? 1.0 : 0.0)
-        .Add(static_cast<double>(quality_.missing));
+    key.Add(op.Serial())
+        .Add(static_cast<double>(quality.proxy))
+        .Add(quality.quick ? 1.0 : 0.0)
+        .Add(static_cast<double>(quality.missing));
 
-    Request request(op, visit.time, quality_);
+    Request request(visit.state, visit.time, quality);
     Keyed keyed;
     auto const addLevel = [&](int level) {
         for (auto const& input : op.Inputs()) {
-            bool const due = level == 0 ? input->Priority() >= 0 : input->Priority() == level;
+            int const priority = state.Of(*input).priority;
+            bool const due = level == 0 ? priority >= 0 : priority == level;
             if (due && !keyed.problem) keyed.problem = AddSlots(key, keyed.varies, request, *input, visit);
         }
     };
     addLevel(0);
-    for (int level : LateLevels(op)) {
+    for (int level : state.lateLevels) {
         request.priority_ = level;
-        if (!keyed.problem) Check(request);
+        if (!keyed.problem && !Check(request, visit.frame))
+            keyed.problem = Problem{.text = op.Name() + " is at work", .isStop = true, .mayPass = true};
         addLevel(level);
     }
     if (keyed.problem) return keyed;
 
     auto const* source = dynamic_cast<SourceOperator const*>(&op);
-    if (op.KeepsHistory() && jobFrames_.empty()) key.Add(++looks_);
-    if (op.Registration()->Tags().GetBool(Reg_TimeVariant, false) || op.KeepsHistory() ||
+    // History is that of what was looked at, or that of a job, which an edit begins anew.
+    if (state.keepsHistory) key.Add(jobFrames_.empty() ? ++looks_ : visit.frame.snapshot->Version());
+    if (op.Registration()->Tags().GetBool(Reg_TimeVariant, false) || state.keepsHistory ||
         (source && source->WantsFields(request))) {
         key.Add(visit.time);
         keyed.varies = true;
@@ -98,11 +104,13 @@ Renderer::Keyed Renderer::MakeKey(Visit const& visit)
         if (visit.frame.plan) visit.frame.plan->writes.push_back(path);
     }
     if (visit.frame.plan) {
-        std::lock_guard guard(StateOf(op).busy);
+        BusyOperator const busy(op);
         op.PreCalcProcess(&request);
     }
     keyed.key = key.Key();
     return keyed;
+} catch (...) {
+    return {.problem = ProblemOfException(&visit.op, visit.op.Name())};
 }
 
 std::optional<Problem> Renderer::AddSlots(ResultKeyBuilder& key, bool& varies, Request& request, Input& input,
@@ -116,7 +124,8 @@ std::optional<Problem> Renderer::AddSlots(ResultKeyBuilder& key, bool& varies, R
             AddValue(key, slot.value.Get());
             continue;
         }
-        Output const* const source = input.Source();
+        InputState const& state = visit.Of(input);
+        Output const* const source = state.source;
         if (source && !IsSmall(input.DataType())) {
             Visit to = visit.To(*source->Owner(), slot.time);
             to.mayMiss = to.mayMiss || &slot != &slots.front();
@@ -130,7 +139,7 @@ std::optional<Problem> Renderer::AddSlots(ResultKeyBuilder& key, bool& varies, R
         if (fetched.problem) return fetched.problem;
         slot.value = std::move(fetched.value);
         AddValue(key, slot.value.Get());
-        varies = varies || source || input.Expression(); // what is connected moves, as a rule
+        varies = varies || source || state.expression; // what is connected moves, as a rule
     }
     return std::nullopt;
 }

@@ -7,9 +7,10 @@
 #include <map>
 #include <mutex>
 #include <optional>
-#include <set>
+#include <utility>
 
-#include "host/graph/Renderer.h"
+#include "host/graph/BusyOperator.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune {
 
@@ -20,9 +21,13 @@ struct Renderer::Keyed {
     std::optional<Problem> problem = {};
 };
 
-/// One pull from outside: keys that are known, and the plan when one is wanted.
+/// One question from outside: how it is meant, keys that are known, and the plan when one is wanted.
 struct Renderer::Frame {
     double time;
+    RenderQuality quality;
+    std::shared_ptr<Snapshot const> snapshot;
+    std::stop_token stop = {};
+    bool waits = true; ///< false: what needs another's work, or a picture, is given up
     Plan* plan = nullptr;
     std::mutex lock = {};
     std::map<std::pair<Operator const*, double>, Keyed> keys = {};
@@ -30,8 +35,13 @@ struct Renderer::Frame {
 
 /// An operator that is asked for a time, and who asks.
 struct Renderer::Visit {
+    Visit(Frame& forFrame, Operator& asked, double at)
+        : frame(forFrame), op(asked), state(frame.snapshot->Of(asked)), time(at)
+    {}
+
     Frame& frame;
     Operator& op;
+    std::shared_ptr<OperatorState const> const& state; ///< null when the document does not have it
     double time;
     Visit const* from = nullptr;
     int depth = 0;
@@ -40,28 +50,35 @@ struct Renderer::Visit {
 
     Visit To(Operator& source, double at) const
     {
-        return {frame, source, at, this, depth + 1, expressions, mayMiss};
+        Visit to(frame, source, at);
+        to.from = this;
+        to.depth = depth + 1;
+        to.expressions = expressions;
+        to.mayMiss = mayMiss;
+        return to;
     }
+    /// The same operator at another time, for the same asker.
+    Visit At(double other) const
+    {
+        Visit at = *this;
+        at.time = other;
+        return at;
+    }
+    InputState const& Of(Input const& input) const { return state->Of(input); }
 };
 
 struct Renderer::State {
-    std::mutex busy;                        ///< held while CheckRequest or Process runs
     std::atomic<bool> servesOthers = false; ///< was asked for a time other than that of the frame
     std::atomic<int> processed = 0, reused = 0;
-    double seconds = 0.0; ///< under busy
-
-    std::mutex ordered; ///< held while an operator with history takes its frames in order
-    std::optional<double> latestTime;
-    Results latest;
+    std::atomic<double> seconds = 0.0;
+    Results latest; ///< of an operator with history, under the lock of that
 };
 
 /// Results that some thread is making while others wait for them.
 struct Renderer::Pending {
-    std::condition_variable done;
-    SharedResults results;
+    std::condition_variable_any done;
+    bool isOver = false;
+    SharedResults results; ///< null when it was called off
 };
-
-/// Levels below 0, descending, at which inputs of an operator are gathered after those of 0.
-std::set<int, std::greater<>> LateLevels(Operator const& op);
 
 } // namespace ombrelune

@@ -11,7 +11,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include "host/graph/Renderer.h"
+#include "host/render/Renderer.h"
 #include "host/value/Parallel.h"
 
 namespace ombrelune {
@@ -36,7 +36,7 @@ public:
     }
 
     void OnStartRender(RenderMessage*) override { past = 0.0; }
-    bool KeepsHistory() const override { return history; }
+    bool KeepsHistory(OperatorState const&) const override { return history; }
     SourceFile FileToRead(Request const&) const override { return {file}; }
     void CheckRequest(Request* request) override
     {

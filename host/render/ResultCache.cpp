@@ -1,4 +1,4 @@
-#include "host/graph/ResultCache.h"
+#include "host/render/ResultCache.h"
 
 namespace ombrelune {
 
@@ -16,6 +16,15 @@ SharedResults ResultCache::Find(ResultKey const& key)
     Known& known = found->second;
     if (known.place != recent_.end()) recent_.splice(recent_.end(), recent_, known.place);
     return known.results.lock();
+}
+
+bool ResultCache::Has(ResultKey const& key)
+{
+    std::lock_guard guard(lock_);
+    auto const found = known_.find(key);
+    if (found == known_.end()) return false;
+    SharedResults const results = found->second.results.lock();
+    return results && !results->problem;
 }
 
 void ResultCache::Add(ResultKey const& key, SharedResults results, std::size_t bytes, Origin const& origin)
