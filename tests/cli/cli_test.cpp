@@ -179,7 +179,7 @@ TEST_F(Cli, MistakesInCommandsAreAnswered)
         {"apply BF_Invert --in broken.exr --out o.png", 3, "broken.exr"},
         {"apply BF_Invert --in cut.png --out o.png", 3, "cut.png"},
         {"apply BF_Invert --in huge.png --out o.png", 3, "huge.png: is 200000 x 200000 pixels"},
-        {"apply BF_Invert --in in.tif --out o.xyz", 3, "o.xyz"},
+        {"apply BF_Invert --in in.tif --out o.xyz", 2, "unknown extension '.xyz'"},
         {"apply BF_Invert --in in.tif --out in.tif/o.png", 3, "in.tif"},
         {"render gone.comp", 3, "gone.comp: cannot be read"},
         {"render .", 3, "is a folder"},
