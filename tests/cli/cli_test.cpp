@@ -227,7 +227,7 @@ TEST_F(Cli, MistakesInFlowsNameTheirLine)
     // What an expression does is known when it runs, and ends the frame.
     std::pair<char const*, Mistake> const expressions[] = {
         {": while true do end", {"", 1, "takes more than 1000000 steps"}},
-        {": local s = 'x' while true do s = s .. s end", {"", 1, "needs more memory than 1024 KiB"}},
+        {": local s = 'x' while true do s = s .. s end", {"", 1, "makes a text longer than 64 KiB"}},
         {"nil + 1", {"", 1, "attempt to perform arithmetic on a nil value"}},
         {"1 / 0", {"", 1, "flow.comp:2: B.Red"}},
         {"B.Red + 1", {"", 2, "B.Red"}},
