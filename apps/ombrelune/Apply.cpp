@@ -3,8 +3,9 @@
 #include <fmt/format.h>
 
 #include "apps/ombrelune/Commands.h"
-#include "host/render/Renderer.h"
+#include "host/io/PicturePath.h"
 #include "host/io/Pictures.h"
+#include "host/render/Renderer.h"
 
 namespace ombrelune::app {
 
@@ -31,10 +32,32 @@ std::pair<Input*, std::string> InputFile(Operator& op, std::string const& text, 
     return {input, text};
 }
 
+/// One tool on one frame: a sequence needs times, which a flow has.
+bool NameSingleFiles(ApplyOptions const& options)
+{
+    std::vector<std::string> names = options.in;
+    names.push_back(options.out);
+    for (std::string const& name : names) {
+        std::error_code error;
+        if (!IsPattern(name) || std::filesystem::exists(name, error)) continue;
+        Complain(
+            fmt::format("{}: 'apply' takes single files; for a sequence write a flow with a Loader and a "
+                        "Saver and use 'ombrelune render FLOW --frames 1-100'",
+                        Quoted(name)));
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 ExitStatus Apply(ApplyOptions const& options)
 {
+    if (!NameSingleFiles(options)) return kWrongInput;
+    if (auto problem = CheckExtension(options.out)) {
+        Complain(fmt::format("--out {}: {}", Quoted(options.out), problem->text));
+        return kWrongInput;
+    }
     Registry const* const registry = FindTool(options.tool);
     if (!registry) return kWrongInput;
     FusionDoc document;

@@ -23,21 +23,21 @@ void PrintJson(FlowReading const& reading, std::string const& flow)
     for (Problem const& warning : reading.warnings) add(warning, "warning");
     Json const report = {{"flow", flow}, {"ok", reading.problems.empty()}, {"problems", std::move(list)}};
     // Names of tools and files may be any bytes.
-    fmt::print("{}\n", report.dump(2, ' ', false, Json::error_handler_t::replace));
+    Print("{}\n", report.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
 void PrintText(FlowReading const& reading, std::string const& flow)
 {
-    for (Problem const& problem : reading.problems) fmt::print("{}\n", problem.Format());
+    for (Problem const& problem : reading.problems) Print("{}\n", problem.Format());
     for (Problem warning : reading.warnings) {
         warning.text = "warning: " + warning.text;
-        fmt::print("{}\n", warning.Format());
+        Print("{}\n", warning.Format());
     }
     auto const count = [](std::size_t number, char const* what) {
         return fmt::format("{} {}{}", number, what, number == 1 ? "" : "s");
     };
-    fmt::print("{}: {}, {}\n", flow, count(reading.problems.size(), "mistake"),
-               count(reading.warnings.size(), "warning"));
+    Print("{}: {}, {}\n", flow, count(reading.problems.size(), "mistake"),
+          count(reading.warnings.size(), "warning"));
 }
 
 } // namespace

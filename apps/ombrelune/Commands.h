@@ -2,7 +2,10 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
+
+#include <fmt/format.h>
 
 #include "host/graph/FusionDoc.h"
 #include "host/value/NearestName.h"
@@ -17,6 +20,17 @@ enum ExitStatus {
     kWrongInput = 2,  ///< the command or the flow is wrong
     kFileProblem = 3, ///< a file cannot be read or written
 };
+
+/// Writes to standard output. What goes wrong is told by FinishOutput, so that work goes on.
+void Print(std::string_view text);
+template <class... Args> void Print(fmt::format_string<Args...> text, Args&&... args)
+{
+    Print(std::string_view(fmt::format(text, std::forward<Args>(args)...)));
+}
+void FlushOutput();
+/// Flushes and tells whether standard output could be written. A reader that has had enough, as in `| head`,
+/// is no fault.
+ExitStatus FinishOutput();
 
 /// Prints "ombrelune: ..." on the error stream.
 void Complain(std::string const& text);
@@ -64,7 +78,9 @@ struct RenderOptions {
     bool quick = false;
     MissingFrame missing = MissingFrame::kError;
     std::size_t memory = 0; ///< bytes of pictures that are kept; 0 takes a quarter of the machine's
+    double timeout = 0.0;   ///< seconds for a frame; 0 for no end
     bool skipExisting = false;
+    bool overwriteSources = false; ///< write over files that the flow reads
     bool stopOnError = false;
     bool dryRun = false;
     bool stats = false;

@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <system_error>
 
 #include <dlfcn.h>
 #include <fmt/format.h>
@@ -16,6 +18,8 @@ namespace {
 
 constexpr std::string_view kMaker = "Brassfennel.";
 
+int outputError = 0; ///< the first of standard output
+
 std::string Lower(std::string text)
 {
     std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::tolower(c); });
@@ -24,7 +28,31 @@ std::string Lower(std::string text)
 
 } // namespace
 
-void Complain(std::string const& text) { fmt::print(stderr, "ombrelune: {}\n", text); }
+void Print(std::string_view text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) < text.size() && outputError == 0)
+        outputError = errno;
+}
+
+void FlushOutput()
+{
+    if (std::fflush(stdout) != 0 && outputError == 0) outputError = errno;
+}
+
+ExitStatus FinishOutput()
+{
+    FlushOutput();
+    if (outputError == 0 && std::ferror(stdout)) outputError = EIO;
+    if (outputError == 0 || outputError == EPIPE) return kDone;
+    Complain("standard output could not be written: " + std::generic_category().message(outputError));
+    return kFileProblem;
+}
+
+void Complain(std::string const& text)
+{
+    std::string const line = fmt::format("ombrelune: {}\n", text);
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
 void Warn(std::string const& text) { Complain("warning: " + text); }
 
 ExitStatus Complain(Problem const& problem)

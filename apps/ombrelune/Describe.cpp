@@ -9,29 +9,29 @@ namespace {
 
 void PrintText(Registry const& registry, Json const& tool)
 {
-    fmt::print("{}  ({}, {})\n{}\n", ClassName(registry), registry.DisplayName(), registry.Category(),
-               registry.Description());
+    Print("{}  ({}, {})\n{}\n", ClassName(registry), registry.DisplayName(), registry.Category(),
+          registry.Description());
     std::string page;
     for (Json const& input : tool["inputs"]) {
         if (input["page"] != page) {
             page = input["page"];
-            fmt::print("\n{}\n", page);
+            Print("\n{}\n", page);
         }
         Json const& value = input["default"];
-        fmt::print("  {:<34} {:<9} {:<10} {}\n", input["id"].get<std::string>(),
-                   input["kind"].get<std::string>(), value.is_null() ? "" : value.dump(), RangeText(input));
+        Print("  {:<34} {:<9} {:<10} {}\n", input["id"].get<std::string>(), input["kind"].get<std::string>(),
+              value.is_null() ? "" : value.dump(), RangeText(input));
     }
     if (!tool["colors"].empty())
-        fmt::print("\nColors, set together as in --set {0}=#ff8800, {0}=#ff8800cc or {0}=1,0.5,0,1\n",
-                   tool["colors"][0]["id"].get<std::string>());
+        Print("\nColors, set together as in --set {0}=#ff8800, {0}=#ff8800cc or {0}=1,0.5,0,1\n",
+              tool["colors"][0]["id"].get<std::string>());
     for (Json const& color : tool["colors"]) {
         std::string channels;
         for (Json const& id : color["inputs"]) channels += " " + id.get<std::string>();
-        fmt::print("  {:<34}{}\n", color["id"].get<std::string>(), channels);
+        Print("  {:<34}{}\n", color["id"].get<std::string>(), channels);
     }
-    fmt::print("\nOutputs\n");
+    Print("\nOutputs\n");
     for (Json const& output : tool["outputs"])
-        fmt::print("  {:<34} {}\n", output["id"].get<std::string>(), output["type"].get<std::string>());
+        Print("  {:<34} {}\n", output["id"].get<std::string>(), output["type"].get<std::string>());
 }
 
 } // namespace
@@ -41,7 +41,7 @@ ExitStatus Describe(DescribeOptions const& options)
     Registry const* const registry = FindTool(options.tool);
     if (!registry) return kWrongInput;
     Json const tool = ToolJson(*registry);
-    if (options.json) fmt::print("{}\n", tool.dump(2));
+    if (options.json) Print("{}\n", tool.dump(2));
     else PrintText(*registry, tool);
     return kDone;
 }

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 
 #include <fmt/format.h>
 
@@ -13,18 +12,12 @@ namespace ombrelune::app {
 
 namespace {
 
-/// Replaces the contents of a file, which may be a link to it, and keeps its permissions.
 std::optional<Problem> Replace(std::string const& path, std::string const& text)
 {
-    std::error_code error;
-    std::string const target = std::filesystem::canonical(path, error).string();
-    auto const permissions = std::filesystem::status(target, error).permissions();
-    AtomicFile file(target);
+    AtomicFile file(path);
     if (auto problem = file.Open()) return problem;
     std::fwrite(text.data(), 1, text.size(), file.Stream());
-    if (auto problem = file.Commit()) return problem;
-    std::filesystem::permissions(target, permissions, error);
-    return std::nullopt;
+    return file.Commit();
 }
 
 ExitStatus FmtOne(std::string const& flow, FmtOptions const& options)
@@ -42,7 +35,7 @@ ExitStatus FmtOne(std::string const& flow, FmtOptions const& options)
         return kFrameFailed;
     }
     if (!options.inPlace) {
-        std::fwrite(text.data(), 1, text.size(), stdout);
+        Print(std::string_view(text));
         return kDone;
     }
     if (text == read.text) return kDone;

@@ -80,16 +80,16 @@ void PrintFrame(int frame, Values const& values, RenderOptions const& options)
         Json json = {{"frame", frame}, {"values", Json::object()}};
         for (std::size_t i = 0; i < names.size(); ++i) json["values"][names[i]] = JsonOf(values[i].Get());
         // A text need not be UTF-8.
-        fmt::print("{}\n", json.dump(-1, ' ', false, Json::error_handler_t::replace));
+        Print("{}\n", json.dump(-1, ' ', false, Json::error_handler_t::replace));
     } else if (options.csv) {
-        fmt::print("{}", frame);
-        for (auto const& value : values) fmt::print(",{}", CsvField(TextOf(value.Get())));
-        fmt::print("\n");
+        Print("{}", frame);
+        for (auto const& value : values) Print(",{}", CsvField(TextOf(value.Get())));
+        Print("\n");
     } else {
         for (std::size_t i = 0; i < names.size(); ++i)
-            fmt::print("frame {}  {} = {}\n", frame, names[i], TextOf(values[i].Get()));
+            Print("frame {}  {} = {}\n", frame, names[i], TextOf(values[i].Get()));
     }
-    std::fflush(stdout);
+    FlushOutput();
 }
 
 } // namespace
@@ -103,9 +103,9 @@ ExitStatus PrintValues(FusionDoc const& document, Renderer& renderer, std::vecto
         if (!outputs.back()) return kWrongInput;
     }
     if (options.csv) {
-        fmt::print("frame");
-        for (std::string const& name : options.print) fmt::print(",{}", CsvField(name));
-        fmt::print("\n");
+        Print("frame");
+        for (std::string const& name : options.print) Print(",{}", CsvField(name));
+        Print("\n");
     }
     ExitStatus status = kDone;
     renderer.Start({frames.begin(), frames.end()});

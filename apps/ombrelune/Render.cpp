@@ -1,15 +1,21 @@
 #include <algorithm>
-#include <cmath>
+#include <cstdlib>
 #include <filesystem>
+#include <mutex>
+#include <set>
 
 #include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "apps/ombrelune/Print.h"
 #include "apps/ombrelune/RenderReport.h"
 #include "host/flow/FlowReader.h"
 #include "host/flow/FrameRange.h"
 #include "host/graph/ValueFormat.h"
+#include "host/io/AtomicFile.h"
 #include "host/io/PicturePath.h"
+#include "host/io/Pictures.h"
 
 namespace ombrelune::app {
 
@@ -70,8 +76,10 @@ bool ReadOutputs(FusionDoc const& document, std::vector<std::string> const& text
                                                  op->Name(), op->Name(), names));
             return false;
         }
-        if (auto problem = CheckPattern(pattern)) {
-            Complain(*problem);
+        auto problem = CheckPattern(pattern);
+        if (!problem && type == CLSID_DataType_Image) problem = CheckExtension(pattern);
+        if (problem) {
+            Complain(fmt::format("--out {}: {}", Quoted(text), problem->text));
             return false;
         }
         targets.push_back({.output = output, .pattern = pattern});
@@ -82,9 +90,10 @@ bool ReadOutputs(FusionDoc const& document, std::vector<std::string> const& text
 bool ReadFrames(FusionDoc const& document, std::string const& text, std::vector<int>& frames)
 {
     if (text.empty()) {
-        for (double frame = std::ceil(document.renderStart); frame <= document.renderEnd; ++frame)
-            frames.push_back(static_cast<int>(frame));
-        return true;
+        FrameRange range = FramesBetween(document.renderStart, document.renderEnd);
+        if (range.problem) Complain("RenderRange: " + range.problem->text);
+        frames = std::move(range.frames);
+        return !range.problem;
     }
     FrameRange range = ParseFrames(text);
     if (range.problem) Complain(*range.problem);
@@ -103,17 +112,83 @@ std::vector<RenderTarget> SaversOf(FusionDoc const& document)
     return savers;
 }
 
+/// The file name of a Saver, if it is the same at all times.
+std::optional<std::string> FixedName(Operator const& saver)
+{
+    Input const& name = *saver.FindInput("Filename");
+    Ref<Parameter> const value = name.Value();
+    auto const* text = dynamic_cast<Text const*>(value.Get());
+    if (name.Source() || name.Expression() || !text) return std::nullopt;
+    return text->value;
+}
+
+/// Complains about a Saver whose file has an extension of no picture, before there is work in it.
+bool HaveKnownExtensions(std::vector<RenderTarget> const& targets)
+{
+    for (RenderTarget const& target : targets) {
+        auto const name = target.saver ? FixedName(*target.saver) : std::nullopt;
+        if (!name || name->empty()) continue;
+        if (auto problem = CheckExtension(*name)) {
+            Complain(fmt::format("{}.Filename {}: {}", target.saver->Name(), Quoted(*name), problem->text));
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Device and number of a file, the same by whatever name; nothing when it is not there.
+using FileIdentity = std::pair<dev_t, ino_t>;
+std::optional<FileIdentity> IdentityOf(std::string const& path)
+{
+    struct stat found = {};
+    if (stat(path.c_str(), &found) != 0) return std::nullopt;
+    return FileIdentity{found.st_dev, found.st_ino};
+}
+
+/// A render that writes over what it reads cannot be done again; complains when some frame would. Plans are
+/// made of all frames, since one may write what a later one reads.
+bool LeavesSourcesAlone(RenderJob& job, std::vector<int> const& frames)
+{
+    std::set<FileIdentity> sources;
+    std::vector<std::string> writes;
+    for (int frame : frames) {
+        RenderJob::FramePlan const plan = job.PlanOf(frame);
+        for (std::string const& path : plan.reads)
+            if (auto identity = IdentityOf(path)) sources.insert(*identity);
+        writes.insert(writes.end(), plan.writes.begin(), plan.writes.end());
+    }
+    for (std::string const& path : writes) {
+        auto const identity = IdentityOf(path);
+        if (!identity || !sources.contains(*identity)) continue;
+        Complain(fmt::format("{} is read by this render and would be written over; write elsewhere, or add "
+                             "--overwrite-sources",
+                             path));
+        return false;
+    }
+    return true;
+}
+
+void WarnOfStaleTemporaries(std::vector<std::string> const& writes)
+{
+    std::set<std::string> folders;
+    for (std::string const& path : writes) {
+        std::string const folder = std::filesystem::path(path).parent_path().string();
+        folders.insert(folder.empty() ? "." : folder);
+    }
+    for (std::string const& folder : folders)
+        for (std::string const& file : StaleTemporaries(folder))
+            Warn(fmt::format("{} was left by a render that was killed; rm '{}' removes it", file, file));
+}
+
 /// Several frames into one file would leave the last one alone; complains when that would happen.
 bool HavePlaceForFrames(std::vector<RenderTarget> const& targets)
 {
     for (RenderTarget const& target : targets) {
         std::string pattern = target.pattern, place = fmt::format("--out {}", Quoted(pattern));
         if (target.saver) {
-            Input const& name = *target.saver->FindInput("Filename");
-            Ref<Parameter> const value = name.Value();
-            auto const* text = dynamic_cast<Text const*>(value.Get());
-            if (name.Source() || name.Expression() || !text) continue;
-            pattern = text->value, place = target.saver->Name() + ".Filename";
+            auto const name = FixedName(*target.saver);
+            if (!name) continue;
+            pattern = *name, place = target.saver->Name() + ".Filename";
         }
         if (IsPattern(pattern)) continue;
         Complain(fmt::format("{} has no place for the frame number: write #### or %04d", place));
@@ -159,8 +234,10 @@ ExitStatus Render(RenderOptions const& options)
         return kWrongInput;
     }
     if (frames.size() > 1 && !HavePlaceForFrames(targets)) return kWrongInput;
+    if (!HaveKnownExtensions(targets)) return kWrongInput;
 
     RenderJob job(document, quality, memory, std::move(targets));
+    if (!options.overwriteSources && !LeavesSourcesAlone(job, frames)) return kWrongInput;
     RenderReporter reporter(frames.size(), options.json);
     if (options.dryRun) {
         for (int frame : frames) {
@@ -169,7 +246,24 @@ ExitStatus Render(RenderOptions const& options)
             status = Worse(status, StatusOf(plan));
         }
     } else {
-        job.Run(frames, {.skipExisting = options.skipExisting}, [&](FrameReport const& report) {
+        if (!frames.empty()) WarnOfStaleTemporaries(job.PlanOf(frames.front()).writes);
+        std::mutex reporting;
+        // What a frame is in the middle of cannot be stopped, so the process ends with it.
+        FrameTimeout timeout(options.timeout, [&](int frame) {
+            std::lock_guard guard(reporting);
+            reporter.Frame({.frame = frame,
+                            .problems = {Problem{.text = fmt::format("took longer than {} s (--timeout); the "
+                                                                     "render ends here",
+                                                                     options.timeout)}}});
+            reporter.End();
+            FlushOutput();
+            RemoveTemporaries();
+            std::_Exit(kFrameFailed);
+        });
+        RenderJob::Options const how{.skipExisting = options.skipExisting,
+                                     .timeout = options.timeout > 0.0 ? &timeout : nullptr};
+        job.Run(frames, how, [&](FrameReport const& report) {
+            std::lock_guard guard(reporting);
             reporter.Frame(report);
             for (Problem const& problem : report.problems)
                 status = Worse(status, problem.isFile ? kFileProblem : kFrameFailed);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
-#include <filesystem>
+#include <new>
 #include <thread>
 
 #include <fmt/format.h>
@@ -63,7 +63,7 @@ void RenderJob::Run(std::vector<int> const& frames, Options const& options,
             if (progress.ended || progress.next == frames.size()) return;
             std::size_t const index = progress.next++;
             guard.unlock();
-            FrameReport const done = RenderFrame(frames[index], index, options, progress);
+            FrameReport const done = TryFrame(frames[index], index, options, progress);
             guard.lock();
             if (progress.ended) return;
             progress.ended = !report(done);
@@ -80,15 +80,32 @@ void RenderJob::Run(std::vector<int> const& frames, Options const& options,
     if (ahead) second.join();
 }
 
+FrameReport RenderJob::TryFrame(int frame, std::size_t index, Options const& options, Progress& progress)
+{
+    std::string what;
+    try {
+        return RenderFrame(frame, index, options, progress);
+    } catch (std::bad_alloc const&) {
+        what = "there is not enough memory";
+    } catch (std::exception const& error) {
+        what = error.what();
+    }
+    std::unique_lock guard(progress.lock);
+    progress.changed.wait(guard, [&] { return progress.ended || progress.turn == index; });
+    return {.frame = frame, .problems = {Problem{.text = what}}};
+}
+
 FrameReport RenderJob::RenderFrame(int frame, std::size_t index, Options const& options, Progress& progress)
 {
     auto const start = Clock::now();
     FrameReport report{.frame = frame};
     std::vector<RenderTarget const*> wanted;
     std::vector<RenderResult> pictures; // kept until they are written, whatever the budget
+    std::optional<FrameTimeout::Scope> watched;
+    if (options.timeout) watched.emplace(*options.timeout, frame, 0.0);
     for (RenderTarget const& target : targets_) {
         std::string const path = PathOf(target, frame);
-        if (std::error_code error; options.skipExisting && std::filesystem::exists(path, error)) {
+        if (options.skipExisting && IsWrittenFile(path)) {
             report.kept.push_back(path);
             continue;
         }
@@ -96,6 +113,7 @@ FrameReport RenderJob::RenderFrame(int frame, std::size_t index, Options const& 
         report.written.push_back(path);
         if (target.output) pictures.push_back(renderer_.Evaluate(*target.output, frame));
     }
+    watched.reset();
     report.seconds = SecondsSince(start);
     {
         std::unique_lock guard(progress.lock);
@@ -103,6 +121,7 @@ FrameReport RenderJob::RenderFrame(int frame, std::size_t index, Options const& 
         if (progress.ended) return report;
     }
     auto const writing = Clock::now();
+    if (options.timeout) watched.emplace(*options.timeout, frame, report.seconds);
     for (RenderTarget const* target : wanted)
         if (auto problem = Write(*target, frame)) report.problems.push_back(std::move(*problem));
     report.warnings = renderer_.TakeWarnings();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/ombrelune/FrameTimeout.h"
 #include "host/render/Renderer.h"
 
 namespace ombrelune::app {
@@ -34,7 +35,9 @@ public:
               std::vector<RenderTarget> targets);
 
     struct Options {
-        bool skipExisting = false; ///< files that are there are left alone
+        bool skipExisting = false; ///< files that are there, and look whole, are left alone
+        FrameTimeout* timeout =
+            nullptr; ///< told of the time that frames take, without waiting for their turn
     };
     /// @param frames  ascending
     /// @param report  called once a frame, by one thread at a time; false ends the job
@@ -52,6 +55,8 @@ public:
 
 private:
     struct Progress;
+    /// Nothing that a frame throws, such as for want of memory, leaves it.
+    FrameReport TryFrame(int frame, std::size_t index, Options const& options, Progress& progress);
     FrameReport RenderFrame(int frame, std::size_t index, Options const& options, Progress& progress);
     /// File of a target at a frame.
     std::string PathOf(RenderTarget const& target, int frame);

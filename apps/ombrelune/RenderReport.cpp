@@ -34,8 +34,8 @@ Json ToJson(std::vector<Problem> const& problems)
 void PrintJson(Json const& line)
 {
     // Paths may hold any bytes; JSON may not.
-    fmt::print("{}\n", line.dump(-1, ' ', false, Json::error_handler_t::replace));
-    std::fflush(stdout);
+    Print("{}\n", line.dump(-1, ' ', false, Json::error_handler_t::replace));
+    FlushOutput();
 }
 
 bool Exists(std::string const& path)
@@ -77,8 +77,8 @@ void RenderReporter::Frame(FrameReport const& report)
                    {"warnings", ToJson(report.warnings)}});
         return;
     }
-    if (terminal_ && (failed || !report.warnings.empty())) fmt::print("\r\033[K");
-    std::fflush(stdout);
+    if (terminal_ && (failed || !report.warnings.empty())) Print("\r\033[K");
+    FlushOutput();
     for (Problem const& warning : report.warnings) Warn(warning.Format());
     for (Problem const& problem : report.problems)
         Complain(fmt::format("frame {}: {}", report.frame, problem.Format()));
@@ -86,13 +86,12 @@ void RenderReporter::Frame(FrameReport const& report)
         double const left =
             (Now() - start_) / static_cast<double>(done_) * static_cast<double>(frames_ - done_);
         auto const seconds = static_cast<int>(left + 0.5);
-        fmt::print("\r\033[Kframe {}  {} of {}  {:.2f} s  left {}:{:02}", report.frame, done_, frames_,
-                   report.seconds, seconds / 60, seconds % 60);
+        Print("\r\033[Kframe {}  {} of {}  {:.2f} s  left {}:{:02}", report.frame, done_, frames_,
+              report.seconds, seconds / 60, seconds % 60);
     } else if (!failed) {
-        fmt::print("frame {}  {}\n", report.frame,
-                   kept ? "is there" : fmt::format("{:.2f} s", report.seconds));
+        Print("frame {}  {}\n", report.frame, kept ? "is there" : fmt::format("{:.2f} s", report.seconds));
     }
-    std::fflush(stdout);
+    FlushOutput();
 }
 
 void RenderReporter::Plan(int frame, RenderJob::FramePlan const& plan, bool skipExisting)
@@ -111,15 +110,15 @@ void RenderReporter::Plan(int frame, RenderJob::FramePlan const& plan, bool skip
             {{"frame", frame}, {"writes", writes}, {"reads", reads}, {"problems", ToJson(plan.problems)}});
         return;
     }
-    fmt::print("frame {}\n", frame);
+    Print("frame {}\n", frame);
     for (std::string const& path : plan.writes)
-        fmt::print("  writes {}{}\n", path,
-                   !Exists(path)  ? ""
-                   : skipExisting ? " (is there and stays)"
-                                  : " (replaces the one that is there)");
+        Print("  writes {}{}\n", path,
+              !Exists(path)  ? ""
+              : skipExisting ? " (is there and stays)"
+                             : " (replaces the one that is there)");
     for (std::string const& path : plan.reads)
-        fmt::print("  reads  {}{}\n", path, Exists(path) ? "" : " (missing)");
-    std::fflush(stdout);
+        Print("  reads  {}{}\n", path, Exists(path) ? "" : " (missing)");
+    FlushOutput();
     for (Problem const& problem : plan.problems)
         Complain(fmt::format("frame {}: {}", frame, problem.Format()));
 }
@@ -139,19 +138,19 @@ void RenderReporter::Stats(Renderer const& renderer) const
         PrintJson({{"tools", tools}, {"peakPictureBytes", pictures}, {"peakBytes", process}});
         return;
     }
-    if (terminal_) fmt::print("\n");
-    fmt::print("{:<24} {:<24} {:>10} {:>10} {:>8}\n", "tool", "class", "seconds", "processed", "reused");
+    if (terminal_) Print("\n");
+    Print("{:<24} {:<24} {:>10} {:>10} {:>8}\n", "tool", "class", "seconds", "processed", "reused");
     for (OperatorWork const& each : work)
-        fmt::print("{:<24} {:<24} {:>10.3f} {:>10} {:>8}\n", each.op->Name(),
-                   ClassName(*each.op->Registration()), each.seconds, each.processed, each.reused);
-    fmt::print("peak memory: {:.1f} MiB of pictures, {:.1f} MiB in all\n", Mebibytes(pictures),
-               Mebibytes(process));
+        Print("{:<24} {:<24} {:>10.3f} {:>10} {:>8}\n", each.op->Name(), ClassName(*each.op->Registration()),
+              each.seconds, each.processed, each.reused);
+    Print("peak memory: {:.1f} MiB of pictures, {:.1f} MiB in all\n", Mebibytes(pictures),
+          Mebibytes(process));
 }
 
 void RenderReporter::End()
 {
     if (json_) PrintJson({{"frames", done_}, {"failed", failed_}, {"seconds", Now() - start_}});
-    else if (terminal_ && done_ > 0) fmt::print("\n");
+    else if (terminal_ && done_ > 0) Print("\n");
 }
 
 } // namespace ombrelune::app

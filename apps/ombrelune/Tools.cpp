@@ -14,7 +14,7 @@ ExitStatus Tools(ToolsOptions const& options)
         if (isBuiltIn != options.builtIn) continue;
         if (tool->Category().find(options.category) == std::string::npos) continue;
         if (!options.json) {
-            fmt::print("{:<28} {:<28} {}\n", ClassName(*tool), tool->Category(), tool->Description());
+            Print("{:<28} {:<28} {}\n", ClassName(*tool), tool->Category(), tool->Description());
             continue;
         }
         list.push_back({{"class", ClassName(*tool)},
@@ -24,7 +24,7 @@ ExitStatus Tools(ToolsOptions const& options)
                         {"category", tool->Category()},
                         {"description", tool->Description()}});
     }
-    if (options.json) fmt::print("{}\n", list.dump(2));
+    if (options.json) Print("{}\n", list.dump(2));
     return kDone;
 }
 

@@ -1,16 +1,38 @@
 // The command line: parses the arguments, loads the bundle as any host would, runs one command.
 
+#include <csignal>
 #include <map>
+#include <new>
 
 #include <CLI/CLI.hpp>
 
 #include "apps/ombrelune/Commands.h"
+#include "host/io/AtomicFile.h"
+#include "host/value/NearestName.h"
 #include "host/value/Parallel.h"
 
 namespace ombrelune::app {
 namespace {
 
-int Main(int argc, char** argv)
+/// Names the command that was meant, if the first word is almost one; the parser tells only what is missing.
+void SuggestCommand(CLI::App& program, int argc, char** argv)
+{
+    if (!program.get_subcommands().empty()) return;
+    std::vector<std::string> known;
+    for (CLI::App const* command : program.get_subcommands({})) known.push_back(command->get_name());
+    for (int i = 1; i < argc; ++i) {
+        std::string const word = argv[i];
+        if (word.starts_with('-')) continue;
+        std::string const likely = DidYouMean(word, known);
+        if (likely.empty()) continue; // the value of an option, perhaps
+        return Complain(fmt::format("there is no command {}{}", Quoted(word), likely));
+    }
+}
+
+std::string NoMinus(std::string const& text) { return text.starts_with('-') ? "is below 0" : ""; }
+std::string NotEmpty(std::string const& text) { return text.empty() ? "names no frame" : ""; }
+
+ExitStatus Main(int argc, char** argv)
 {
     CLI::App program("Creative compositing tools, without a viewer: renders flows and applies single tools.",
                      "ombrelune");
@@ -26,8 +48,9 @@ int Main(int argc, char** argv)
     RenderOptions render;
     CLI::App* const renderCommand = program.add_subcommand("render", "render frames of a flow");
     renderCommand->add_option("FLOW", render.flow, "flow to render")->required();
-    renderCommand->add_option("--frames", render.frames,
-                              "5, 1-10, 1-10x2,30; --frames=-5--1 for negative ones");
+    renderCommand
+        ->add_option("--frames", render.frames, "5, 1-10, 1-10x2,30; --frames=-5--1 for negative ones")
+        ->check(CLI::Validator(NotEmpty, ""));
     renderCommand
         ->add_option("--set", render.set, "Tool.Input=VALUE, instead of what the flow says or connects")
         ->take_all();
@@ -52,8 +75,16 @@ int Main(int argc, char** argv)
         ->add_option("--memory", render.memory,
                      "memory for results that are kept, such as 2GB; a quarter of the machine's unless told")
         ->transform(CLI::AsSizeValue(false))
+        ->check(CLI::Validator(NoMinus, ""))
         ->option_text("SIZE");
-    renderCommand->add_flag("--skip-existing", render.skipExisting, "leave files alone that are there");
+    renderCommand
+        ->add_option("--timeout", render.timeout, "end, and with status 1, when a frame takes longer")
+        ->check(CLI::Range(0.001, 1e8))
+        ->option_text("SECONDS");
+    renderCommand->add_flag("--skip-existing", render.skipExisting,
+                            "leave files alone that are there and look whole");
+    renderCommand->add_flag("--overwrite-sources", render.overwriteSources,
+                            "write even over files that the flow reads");
     renderCommand->add_flag("--stop-on-error", render.stopOnError, "end at the first frame that fails");
     renderCommand->add_flag("--dry-run", render.dryRun, "say what would be written, and from what");
     renderCommand->add_flag("--stats", render.stats, "time by tool and peak memory, at the end");
@@ -104,6 +135,7 @@ int Main(int argc, char** argv)
     try {
         program.parse(argc, argv);
     } catch (CLI::ParseError const& error) {
+        if (error.get_exit_code() != 0) SuggestCommand(program, argc, argv);
         return program.exit(error) == 0 ? kDone : kWrongInput;
     }
 
@@ -121,4 +153,19 @@ int Main(int argc, char** argv)
 } // namespace
 } // namespace ombrelune::app
 
-int main(int argc, char** argv) { return ombrelune::app::Main(argc, argv); }
+int main(int argc, char** argv)
+{
+    using namespace ombrelune::app;
+    // A reader that closes the pipe early must not end a render; see FinishOutput.
+    std::signal(SIGPIPE, SIG_IGN);
+    ombrelune::RemoveTemporariesOnSignals();
+    ExitStatus status = kFrameFailed;
+    try {
+        status = Main(argc, argv);
+    } catch (std::bad_alloc const&) {
+        Complain("there is not enough memory");
+    } catch (std::exception const& error) {
+        Complain(error.what());
+    }
+    return std::max(status, FinishOutput());
+}

@@ -35,8 +35,7 @@ public:
     void Process(Request* request) override
     {
         auto const size = [&](Input* input) {
-            auto const full =
-                static_cast<int>(dynamic_cast<Number const&>(*input->GetValue(request, 0)).value);
+            auto const full = static_cast<int>(request->Number(*input));
             return std::max(full / proxyScale, 1);
         };
         // Of a field there is every second row.
@@ -48,8 +47,7 @@ public:
         FltPixel pixel;
         float* const words[] = {&pixel.red, &pixel.green, &pixel.blue, &pixel.alpha};
         for (int channel = 0; channel < 4; ++channel)
-            *words[channel] =
-                static_cast<float>(dynamic_cast<Number const&>(*color[channel]->GetValue(request, 0)).value);
+            *words[channel] = static_cast<float>(request->Number(*color[channel]));
         ParallelFor(image->Height(), [&](int y) {
             PixPtr row(image.Get(), 0, y);
             for (int x = 0; x < image->Width(); ++x) row >>= pixel;

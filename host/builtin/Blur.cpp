@@ -29,8 +29,8 @@ public:
         if (!image) return;
         constexpr std::uint32_t switches[] = {Blur_Red, Blur_Green, Blur_Blue, Blur_Alpha};
         constexpr double kUnitsOfWidth = 720.0; // as the tools of the bundle count
-        double const x = NumberOf(xSize, request);
-        double const y = FlagOf(lock, request) ? x : NumberOf(ySize, request);
+        double const x = request->Number(*xSize);
+        double const y = FlagOf(lock, request) ? x : request->Number(*ySize);
         TagList tags{{Blur_Type, ChoiceOf(filter, request)},
                      {Blur_XSize, x / kUnitsOfWidth},
                      {Blur_YSize, y / kUnitsOfWidth}};

@@ -15,12 +15,6 @@ namespace ombrelune {
 
 namespace {
 
-double NumberOf(Request const& request, Input const* input)
-{
-    auto const* number = dynamic_cast<Number const*>(request.InputData(*input, 0));
-    return number ? number->value : 0.0;
-}
-
 class Loader : public Operator {
 public:
     Loader(Registry const* registry, ScriptVal const& settings, TagList const& tags)
@@ -105,15 +99,15 @@ private:
         // The frame is made whole first, so that a negative step takes the same file for all of it.
         double const frame = std::floor(request.GetTime());
         auto number =
-            static_cast<int>(std::floor(frame * NumberOf(request, step) + NumberOf(request, offset) + 1e-9));
+            static_cast<int>(std::floor(frame * request.Number(*step) + request.Number(*offset) + 1e-9));
         MissingFrame const missing = request.Quality().missing;
-        if (NumberOf(request, trim) > 0.5) {
-            auto const first = static_cast<int>(NumberOf(request, trimIn));
-            auto const last = static_cast<int>(NumberOf(request, trimOut));
+        if (request.Number(*trim) > 0.5) {
+            auto const first = static_cast<int>(request.Number(*trimIn));
+            auto const last = static_cast<int>(request.Number(*trimOut));
             if (first > last) return {"", fmt::format(": Trim In {} lies after Trim Out {}", first, last)};
             int const count = last - first + 1;
             bool const outside = number < first || number > last;
-            if (NumberOf(request, loop) > 0.5) number = first + ((number - first) % count + count) % count;
+            if (request.Number(*loop) > 0.5) number = first + ((number - first) % count + count) % count;
             else if (outside && missing == MissingFrame::kBlack) return {};
             else if (outside && missing == MissingFrame::kHold) number = std::clamp(number, first, last);
             else if (outside)

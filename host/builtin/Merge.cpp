@@ -115,12 +115,12 @@ public:
         Ref<Image> const back = MainPicture(request);
         if (!back) return;
         Ref<Image> const fore = PictureOf(foreground, request);
-        auto const part = static_cast<float>(NumberOf(blend, request));
+        auto const part = static_cast<float>(request->Number(*blend));
         if (!fore || part == 0.0F) return Give(request, back);
 
         Point const& place = PointOf(center, request);
         auto const placed =
-            PlaceImage(fore, {place.x, place.y, NumberOf(size, request), NumberOf(angle, request)},
+            PlaceImage(fore, {place.x, place.y, request->Number(*size), request->Number(*angle)},
                        back->Width(), back->Height());
         Ref<Image> result = back->CopyOfImage(true);
         if (!result || !placed) return Give(request, nullptr);

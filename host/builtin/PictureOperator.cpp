@@ -59,14 +59,9 @@ Input* PictureOperator::AddPoint(char const* label, char const* id)
                             {Attr_DefaultY, 0.5}});
 }
 
-double PictureOperator::NumberOf(Input const* input, Request* request)
-{
-    return dynamic_cast<Number const&>(*input->GetValue(request, 0)).value;
-}
-
 int PictureOperator::ChoiceOf(Input const* input, Request* request)
 {
-    return static_cast<int>(std::lround(NumberOf(input, request)));
+    return static_cast<int>(std::lround(request->Number(*input)));
 }
 
 Point const& PictureOperator::PointOf(Input const* input, Request* request)

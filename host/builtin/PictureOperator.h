@@ -22,9 +22,8 @@ protected:
     Input* AddCheckbox(char const* label, char const* id, bool value);
     Input* AddPoint(char const* label, char const* id);
 
-    static double NumberOf(Input const* input, Request* request);
     static int ChoiceOf(Input const* input, Request* request);
-    static bool FlagOf(Input const* input, Request* request) { return NumberOf(input, request) > 0.5; }
+    static bool FlagOf(Input const* input, Request* request) { return request->Number(*input) > 0.5; }
     static Point const& PointOf(Input const* input, Request* request);
     /// Null when nothing is connected or what is connected gave nothing.
     static Ref<Image> PictureOf(Input const* input, Request* request);

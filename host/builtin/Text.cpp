@@ -136,10 +136,6 @@ private:
         return AddNumber(label, id, CLSID_InputControl_MultiButton, 1.0, tags);
     }
 
-    static double NumberOf(Input const* from, Request* request)
-    {
-        return dynamic_cast<Number const&>(*from->GetValue(request, 0)).value;
-    }
     static std::string TextOf(Input const* from, Request* request)
     {
         auto const* value = dynamic_cast<Text const*>(from->GetValue(request, 0));
@@ -147,7 +143,7 @@ private:
     }
     static TextAlign AlignOf(Input const* from, Request* request)
     {
-        return static_cast<TextAlign>(static_cast<int>(NumberOf(from, request) + 0.5));
+        return static_cast<TextAlign>(static_cast<int>(request->Number(*from) + 0.5));
     }
 
     /// The picture that is drawn on: a copy of the input's, or transparent black.
@@ -156,7 +152,7 @@ private:
         if (auto const* under = dynamic_cast<Image const*>(input->GetValue(request, 0)))
             return fieldCount > 0 ? FieldOf(*under, fieldNumber) : under->CopyOfImage(false);
         auto const side = [&](Input const* from) {
-            return std::max(static_cast<int>(NumberOf(from, request)) / proxyScale, 1);
+            return std::max(static_cast<int>(request->Number(*from)) / proxyScale, 1);
         };
         int const height = fieldCount > 0 ? std::max(side(heightInput) / 2, 1) : side(heightInput);
         Ref<Image> image = NewImageTagList(
@@ -168,7 +164,7 @@ private:
     TextBlock BlockOf(Request* request, TextGrid const& grid) const
     {
         auto const& place = dynamic_cast<Point const&>(*center->GetValue(request, 0));
-        double const em = NumberOf(size, request) * grid.width;
+        double const em = request->Number(*size) * grid.width;
         double const frameHeight = grid.height * grid.yStep;
         TextBlock block{.text = TextOf(text, request),
                         .family = TextOf(font, request),
@@ -178,8 +174,8 @@ private:
                         .y = place.y * frameHeight,
                         .horizontal = AlignOf(horizontal, request),
                         .vertical = AlignOf(vertical, request),
-                        .lineSpacing = NumberOf(lineSpacing, request),
-                        .characterExtra = (NumberOf(characterSpacing, request) - 1.0) * em};
+                        .lineSpacing = request->Number(*lineSpacing),
+                        .characterExtra = (request->Number(*characterSpacing) - 1.0) * em};
         if (block.text.size() > kMostBytes) {
             request->Warn(fmt::format("{}.StyledText is {} bytes long; the first {} are drawn", Name(),
                                       block.text.size(), kMostBytes));
@@ -205,7 +201,7 @@ private:
     {
         float straight[4];
         for (int channel = 0; channel < 4; ++channel)
-            straight[channel] = static_cast<float>(NumberOf(color[channel], request));
+            straight[channel] = static_cast<float>(request->Number(*color[channel]));
         float const opacity = straight[3];
         float const premultiplied[] = {straight[2] * opacity, straight[1] * opacity, straight[0] * opacity,
                                        opacity};

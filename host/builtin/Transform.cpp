@@ -31,8 +31,8 @@ public:
         Ref<Image> const image = MainPicture(request);
         if (!image) return;
         Point const &to = PointOf(center, request), &about = PointOf(pivot, request);
-        double const height = NumberOf(size, request), width = height * NumberOf(aspect, request);
-        double const degrees = NumberOf(angle, request);
+        double const height = request->Number(*size), width = height * request->Number(*aspect);
+        double const degrees = request->Number(*angle);
         bool const isSame =
             to.x == about.x && to.y == about.y && width == 1.0 && height == 1.0 && degrees == 0.0;
         Give(request, isSame ? image

@@ -321,7 +321,11 @@ FlowText ReadFlowFile(std::string const& path)
         return {.problem = Problem{.file = path, .line = 0, .text = what, .isFile = true}};
     };
     std::error_code error;
-    if (std::filesystem::is_directory(path, error)) return failed("is a folder, not a flow");
+    auto const status = std::filesystem::status(path, error);
+    if (std::filesystem::is_directory(status)) return failed("is a folder, not a flow");
+    // A pipe that nobody writes would be waited for.
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        return failed("is no regular file");
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> const file(std::fopen(path.c_str(), "rb"), std::fclose);
     if (!file) return failed(fmt::format("cannot be read: {}", std::strerror(errno)));
     FlowText read;

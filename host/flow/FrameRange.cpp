@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <limits>
 
 #include <fmt/format.h>
 
@@ -63,6 +65,20 @@ FrameRange ParseFrames(std::string_view text)
     std::sort(frames.begin(), frames.end());
     frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
     return {std::move(frames), std::nullopt};
+}
+
+FrameRange FramesBetween(double start, double end)
+{
+    double const first = std::ceil(start), last = std::floor(end);
+    constexpr double kLeast = std::numeric_limits<int>::min(), kGreatest = std::numeric_limits<int>::max();
+    FrameRange range;
+    if (!(first >= kLeast && last <= kGreatest))
+        range.problem = Problem{.text = fmt::format("a frame lies from {} to {}", kLeast, kGreatest)};
+    else if (last - first >= kMostFrames)
+        range.problem = Problem{.text = fmt::format("that is more than {} frames", kMostFrames)};
+    else
+        for (double frame = first; frame <= last; ++frame) range.frames.push_back(static_cast<int>(frame));
+    return range;
 }
 
 } // namespace ombrelune

@@ -17,6 +17,9 @@ struct FrameRange {
 /// Reads frames: single ones and ranges, separated by commas: "5", "1-10", "1-10x2,30,-5--1".
 FrameRange ParseFrames(std::string_view text);
 
+/// The whole numbers from start to end, at most kMostFrames.
+FrameRange FramesBetween(double start, double end);
+
 inline constexpr int kMostFrames = 1'000'000;
 
 } // namespace ombrelune

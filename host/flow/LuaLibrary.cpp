@@ -89,7 +89,7 @@ int Repeat(lua_State* lua)
         lua_pushliteral(lua, "");
         return 1;
     }
-    if (static_cast<std::size_t>(count) > LuaSandbox::kMostMemory / length)
+    if (static_cast<std::size_t>(count) > LuaSandbox::kMostText / length)
         return luaL_error(lua, "the repeated text is too long");
     luaL_Buffer buffer;
     luaL_buffinit(lua, &buffer);

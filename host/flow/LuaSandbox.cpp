@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
 
 #include <fmt/format.h>
 #include <lua5.4/lua.hpp>
@@ -17,9 +18,13 @@ char const kLibrary = 0, kChunk = 0;
 
 constexpr char const* kChunkName = "=expression";
 
-void StopLongRun(lua_State* lua, lua_Debug*)
+constexpr int kStepsBetweenLooks = 1000;
+
+double ThreadSeconds()
 {
-    luaL_error(lua, "takes more than %d steps; is there a loop without an end?", LuaSandbox::kMostSteps);
+    timespec now = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
 }
 
 } // namespace
@@ -33,10 +38,23 @@ struct LuaSandbox::Calls {
 
     static LuaSandbox& Self(lua_State* lua) { return **static_cast<LuaSandbox**>(lua_getextraspace(lua)); }
 
+    static void StopLongRun(lua_State* lua, lua_Debug*)
+    {
+        LuaSandbox& self = Self(lua);
+        if ((self.steps_ += kStepsBetweenLooks) >= kMostSteps)
+            luaL_error(lua, "takes more than %d steps; is there a loop without an end?", kMostSteps);
+        if (ThreadSeconds() > self.end_)
+            luaL_error(lua, "takes more than %d seconds", static_cast<int>(kMostSeconds));
+    }
+
     static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize)
     {
         auto& sandbox = *static_cast<LuaSandbox*>(self);
-        std::size_t const before = block ? oldSize : 0; // without a block it is a hint
+        std::size_t const before = block ? oldSize : 0; // without a block it is a kind of value
+        if (!block && oldSize == LUA_TSTRING && newSize > kMostText + 64) { // with Lua's header
+            sandbox.textTooLong_ = true;
+            return nullptr;
+        }
         if (newSize == 0) {
             std::free(block);
             sandbox.memory_ -= before;
@@ -116,7 +134,9 @@ struct LuaSandbox::Calls {
     {
         if (!lua_isinteger(lua, -1)) return luaL_error(lua, "there is no such member");
         LuaSandbox& self = Self(lua);
+        double const start = ThreadSeconds();
         self.read_ = self.reader_->Read(static_cast<int>(lua_tointeger(lua, -1)), time);
+        self.end_ += ThreadSeconds() - start;
         if (self.read_.problem) return luaL_error(lua, "stopped");
         Parameter const* const value = self.read_.value.Get();
         if (auto const* number = dynamic_cast<Number const*>(value)) {
@@ -195,7 +215,9 @@ LuaSandbox::Outcome LuaSandbox::Run(double time, Reader& reader)
     reader_ = &reader;
     read_ = {};
     traffic_ = 0;
-    lua_sethook(lua_, StopLongRun, LUA_MASKCOUNT, kMostSteps);
+    steps_ = 0;
+    end_ = ThreadSeconds() + kMostSeconds;
+    lua_sethook(lua_, Calls::StopLongRun, LUA_MASKCOUNT, kStepsBetweenLooks);
     lua_pushcfunction(lua_, Calls::Call);
     int const status = lua_pcall(lua_, 0, 4, 0);
     Outcome outcome;
@@ -230,7 +252,9 @@ LuaSandbox::Outcome LuaSandbox::Run(double time, Reader& reader)
 std::string LuaSandbox::TakeMessage(int status)
 {
     char const* const text = status == LUA_ERRMEM ? nullptr : lua_tostring(lua_, -1);
-    std::string message = fmt::format("needs more memory than {} KiB", kMostMemory >> 10);
+    std::string message = textTooLong_ ? fmt::format("makes a text longer than {} KiB", kMostText >> 10)
+                                       : fmt::format("needs more memory than {} KiB", kMostMemory >> 10);
+    textTooLong_ = false;
     if (text) {
         message = text;
         // "expression:1: ..." is the chunk's name and line; the line matters in longer texts only.

@@ -18,8 +18,9 @@ class FusionDoc;
 /// It sees time, comp, the functions of math by their bare names too, the plain functions of strings, a few
 /// of the basic ones, Point(x, y) and the tools it was given. It keeps nothing from one run to the next, and
 /// whatever could differ between processes is left out: random numbers, addresses, the order of pairs. Its
-/// steps and memory are bounded, and so are the bytes that a run allocates in all, since a long operation on
-/// texts is a single step. Works for one thread at a time.
+/// steps and memory are bounded, and so are the bytes that a run allocates in all, the length of each text
+/// and the time that a run computes, since a long operation on texts is a single step. Works for one thread
+/// at a time.
 class LuaSandbox {
 public:
     /// A tool that the text names, with its members as numbers for the reader.
@@ -40,6 +41,8 @@ public:
         std::optional<Problem> problem = {}; ///< what the reader ran into
     };
 
+    static constexpr double kMostSeconds = 2.0; ///< of the thread's own time, without that of what is read
+    static constexpr std::size_t kMostText = std::size_t{64} << 10; ///< bytes of a text
     static constexpr int kMostSteps = 1'000'000;
     static constexpr std::size_t kMostMemory = std::size_t{1} << 20;   ///< bytes at a time
     static constexpr std::size_t kMostTraffic = std::size_t{64} << 20; ///< bytes in one run
@@ -66,6 +69,9 @@ private:
     lua_State* lua_ = nullptr;
     std::string mistake_;
     std::size_t memory_ = 0, traffic_ = 0;
+    bool textTooLong_ = false;
+    int steps_ = 0;
+    double end_ = 0.0; ///< when a run has to be done, on the clock of the thread
     // While it runs. What is read is held here: Lua leaves functions by jumps that skip destructors.
     Reader* reader_ = nullptr;
     double time_ = 0.0;

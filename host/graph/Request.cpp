@@ -33,6 +33,12 @@ Parameter* Request::InputData(Input const& input, int slot) const
                                                          : nullptr;
 }
 
+double Request::Number(Input const& input, int slot) const
+{
+    auto const* number = dynamic_cast<ombrelune::Number const*>(InputData(input, slot));
+    return number ? number->value : 0.0;
+}
+
 void Request::Fail(std::string text)
 {
     if (!failure_) failure_ = Problem{.text = std::move(text)};

@@ -57,6 +57,8 @@ public:
     void SetInputTime(Input* input, double time, int slot);
 
     Parameter* InputData(Input const& input, int slot) const;
+    /// The number of an input; 0 while there is none.
+    double Number(Input const& input, int slot = 0) const;
     Parameter* Result(Output const& output) const { return results_[output.Index()].Get(); }
 
     /// Reports that the frame cannot be made; the first report counts. FailFile lays it to a file.

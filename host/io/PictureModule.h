@@ -16,6 +16,8 @@ namespace ombrelune {
 struct PictureModule {
     /// Neither a picture nor a problem for a file that is left to the other module.
     ReadResult (*read)(std::string const& path, PictureFormat format);
+    /// Whether the file begins with a header of that format; no value leaves it to the other module.
+    std::optional<bool> (*readsHeader)(std::string const& path, PictureFormat format);
     /// Returns what went wrong, empty when nothing did; no value, with nothing written, leaves the picture to
     /// the other module.
     std::optional<std::string> (*write)(Image const& image, PictureFormat format, std::FILE* stream,

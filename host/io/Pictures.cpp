@@ -132,17 +132,35 @@ ReadResult ReadPicture(std::string const& path, ReadOptions const& options)
     return result;
 }
 
+std::optional<Problem> CheckExtension(std::string const& path)
+{
+    if (FormatOfPath(path)) return std::nullopt;
+    std::string const extension = fs::path(path).extension().string();
+    return Problem{path, 0,
+                   fmt::format("{}; known are {}",
+                               extension.empty() ? "the name has no extension"
+                                                 : "unknown extension " + Quoted(extension),
+                               KnownExtensions())};
+}
+
+bool IsWrittenFile(std::string const& path)
+{
+    std::error_code error;
+    if (!fs::is_regular_file(path, error) || fs::file_size(path, error) == 0) return false;
+    auto const format = FormatOfPath(path);
+    if (!format) return true;
+    Recognised const recognised = Recognise(path);
+    if (recognised.problem || recognised.format != *format) return false;
+    if (PictureModule const* const quick = QuickModule(*format))
+        if (auto const reads = quick->readsHeader(path, *format)) return *reads;
+    Loaded const& loaded = Module();
+    return loaded.module && loaded.module->readsHeader(path, *format).value_or(false);
+}
+
 std::optional<Problem> WritePicture(Image const& image, std::string const& path, WriteOptions const& options)
 {
+    if (auto problem = CheckExtension(path)) return problem;
     auto const format = FormatOfPath(path);
-    if (!format) {
-        std::string const extension = fs::path(path).extension().string();
-        return Problem{path, 0,
-                       fmt::format("{}; known are {}",
-                                   extension.empty() ? "the name has no extension"
-                                                     : "unknown extension " + Quoted(extension),
-                                   KnownExtensions())};
-    }
     AtomicFile file(path);
     if (auto problem = file.Open()) return problem;
     std::string const wrong = WriteFull(image, *format, file.Stream(), options);

@@ -45,4 +45,11 @@ struct WriteOptions {
 std::optional<Problem> WritePicture(Image const& image, std::string const& path,
                                     WriteOptions const& options = {});
 
+/// What is wrong with the extension of a picture to write.
+std::optional<Problem> CheckExtension(std::string const& path);
+
+/// Whether there is a whole-looking file: a regular one that is not empty and, where its extension is that of
+/// a picture, one of that format whose header reads.
+bool IsWrittenFile(std::string const& path);
+
 } // namespace ombrelune

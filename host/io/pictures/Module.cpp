@@ -37,6 +37,17 @@ ReadResult Read(std::string const& path, PictureFormat format)
     }
 }
 
+std::optional<bool> ReadsHeader(std::string const& path, PictureFormat format)
+{
+    try {
+        OIIO::ImageSpec spec;
+        auto const input = OIIO::ImageInput::create(LibraryName(format));
+        return input && input->open(path, spec) && spec.width > 0 && spec.height > 0;
+    } catch (std::exception const&) {
+        return false;
+    }
+}
+
 std::optional<std::string> Write(Image const& image, PictureFormat format, std::FILE* stream,
                                  WriteOptions const& options)
 {
@@ -54,6 +65,7 @@ std::optional<std::string> Write(Image const& image, PictureFormat format, std::
 
 extern "C" ombrelune::PictureModule const* OmbrelunePictures()
 {
-    static constexpr ombrelune::PictureModule module = {&ombrelune::Read, &ombrelune::Write};
+    static constexpr ombrelune::PictureModule module = {&ombrelune::Read, &ombrelune::ReadsHeader,
+                                                        &ombrelune::Write};
     return &module;
 }

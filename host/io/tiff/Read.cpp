@@ -120,6 +120,14 @@ template <class Stored> bool ReadRows(TIFF* file, Layout const& layout, Image& i
 
 } // namespace
 
+std::optional<bool> ReadsTiffHeader(std::string const& path)
+{
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> const stream(std::fopen(path.c_str(), "rb"),
+                                                                 &std::fclose);
+    if (stream && OpenTiff(stream.get(), "r")) return true;
+    return std::nullopt;
+}
+
 ReadResult ReadTiff(std::string const& path)
 {
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> const stream(std::fopen(path.c_str(), "rb"),

@@ -24,6 +24,9 @@ TiffFile OpenTiff(std::FILE* stream, char const* mode);
 /// upright, in any compression of libtiff. No picture and no problem for all others and for what is damaged.
 ReadResult ReadTiff(std::string const& path);
 
+/// True when the file's directory of fields can be read; no value leaves it to the general picture library.
+std::optional<bool> ReadsTiffHeader(std::string const& path);
+
 /// Writes a picture as TIFF, red, green, blue and premultiplied alpha, not compressed. Returns what went
 /// wrong, empty when nothing did, and no value, with nothing written, for what is left to the general picture
 /// library: more than 4 GB and pixels that are not square.
