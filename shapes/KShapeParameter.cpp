@@ -2,7 +2,7 @@
 
 #include "framework/KObjectType.h"
 #include "host/graph/Registry.h"
-#include "host/graph/ValueFormat.h"
+#include "host/io/ValueFormat.h"
 #include "shapes/svg/SvgWriter.h"
 
 namespace ombrelune {

@@ -12,10 +12,10 @@
 #include "apps/ombrelune/RenderReport.h"
 #include "host/flow/FlowReader.h"
 #include "host/flow/FrameRange.h"
-#include "host/graph/ValueFormat.h"
 #include "host/io/AtomicFile.h"
 #include "host/io/PicturePath.h"
 #include "host/io/Pictures.h"
+#include "host/io/ValueFormat.h"
 
 namespace ombrelune::app {
 

@@ -8,10 +8,10 @@
 
 #include <fmt/format.h>
 
-#include "host/graph/ValueFormat.h"
 #include "host/image/BufferPool.h"
 #include "host/io/PicturePath.h"
 #include "host/io/Pictures.h"
+#include "host/io/ValueFormat.h"
 #include "host/value/Parallel.h"
 
 namespace ombrelune::app {

@@ -8,8 +8,8 @@
 #include <unistd.h>
 
 #include "host/flow/FlowReader.h"
-#include "host/render/Renderer.h"
 #include "host/io/Pictures.h"
+#include "host/render/Renderer.h"
 #include "tests/tools/time/time_runner.h"
 
 namespace ombrelune::test {

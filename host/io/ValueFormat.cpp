@@ -1,4 +1,4 @@
-#include "host/graph/ValueFormat.h"
+#include "host/io/ValueFormat.h"
 
 #include <algorithm>
 #include <cctype>
