@@ -10,9 +10,11 @@ struct KObjectType {
     KParameterType type;
     /// Data type of inputs and outputs, an id like "Brassfennel.BF_ShapeParameter".
     char const* dataType;
-    /// Copy of the object inside a host value for the effect, which takes it over. The value may be null or
-    /// hold nothing; what an effect gets then is the class's own choice.
+    /// Copy of the object inside a host value for the effect, which may take it over by clearing the slot.
+    /// The value may be null or hold nothing; what an effect gets then is the class's own choice.
     void* (*copyForEffect)(Parameter* value);
+    /// Frees a copy that the effect left in its slot.
+    void (*release)(void* object);
     /// New host value of the object, which may be null. Whether it takes the object over or holds a copy is
     /// the class's own choice.
     Parameter* (*wrap)(void* object);

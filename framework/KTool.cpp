@@ -6,11 +6,13 @@
 #include <cmath>
 #include <exception>
 #include <numbers>
+#include <utility>
 
 #include "framework/KObjectType.h"
 #include "host/graph/FusionDoc.h"
 #include "image/KLookUpTable.h"
 #include "image/SafeDelete.h"
+#include "image/Saturate.h"
 
 namespace ombrelune {
 
@@ -29,7 +31,14 @@ double NumberOf(Parameter const* value)
     return number ? number->value : 0.0;
 }
 
-int RoundHalfAway(float f) { return static_cast<int>(f >= 0.0F ? f + 0.5F : f - 0.5F); }
+/// What an integer input without a hard range may mean: beyond this single floats, in which numbers travel,
+/// skip whole ones. So sums of a few inputs and products with a proxy's factor stay integers too.
+constexpr double kMostWhole = 1 << 24;
+
+int RoundHalfAway(float f)
+{
+    return SaturatedInt(std::clamp<double>(f >= 0.0F ? f + 0.5F : f - 0.5F, -kMostWhole, kMostWhole));
+}
 
 int RotationOrder(FuID id)
 {
@@ -39,7 +48,7 @@ int RotationOrder(FuID id)
 
 void ReadTransformation(KTransformation& target, int sub, Parameter const* value)
 {
-    auto const number = static_cast<float>(NumberOf(value));
+    float const number = SaturatedFloat(NumberOf(value));
     switch (sub) {
     case 0:
     case 1:
@@ -58,7 +67,7 @@ void ReadTransformation(KTransformation& target, int sub, Parameter const* value
     case 11: target.type = number < 0.5F ? 0 : 1; break;
     case 12:
         if (auto const* point = dynamic_cast<Point const*>(value))
-            target.centre.Set(static_cast<float>(point->x), static_cast<float>(point->y));
+            target.centre.Set(SaturatedFloat(point->x), SaturatedFloat(point->y));
         break;
     case 14: target.aspect = number; break;
     default: break; // 13, the type of the aspect, is the interface's alone
@@ -148,7 +157,10 @@ void KTool::ProcessInputs(Request* request, bool all)
             if (KObjectType const* type = FindObjectType(parameter.type); type && all) {
                 if (char const* why = type->refuse ? type->refuse(value) : nullptr)
                     request->Fail(inputHost->Name() + "." + entry->input->Id().Text() + " " + why);
-                *static_cast<void**>(parameter.target) = type->copyForEffect(value);
+                // An effect that was declined left what it was given the last time.
+                void*& slot = *static_cast<void**>(parameter.target);
+                type->release(std::exchange(slot, nullptr));
+                slot = type->copyForEffect(value);
             }
             break;
         default:
@@ -161,7 +173,7 @@ void KTool::ReadValue(KInput const& entry, Parameter const* value)
 {
     KParameter const& parameter = *entry.parameter;
     double const number = NumberOf(value);
-    auto const single = static_cast<float>(number);
+    float const single = SaturatedFloat(number);
     switch (parameter.type) {
     case KPT_Standard: {
         int& target = *static_cast<int*>(parameter.target);
@@ -174,7 +186,7 @@ void KTool::ReadValue(KInput const& entry, Parameter const* value)
         } else if (parameter.standard == KPS_SuperSample) {
             target = data.superSample;
         } else {
-            target = static_cast<int>(single + 1.1920928955078125e-07F);
+            target = SaturatedInt(single + 1.1920928955078125e-07F);
         }
         break;
     }
@@ -197,8 +209,7 @@ void KTool::ReadValue(KInput const& entry, Parameter const* value)
     }
     case KPT_Point:
         if (auto const* point = dynamic_cast<Point const*>(value))
-            static_cast<KVector2*>(parameter.target)
-                ->Set(static_cast<float>(point->x), static_cast<float>(point->y));
+            static_cast<KVector2*>(parameter.target)->Set(SaturatedFloat(point->x), SaturatedFloat(point->y));
         break;
     case KPT_Range: {
         auto& range = *static_cast<KRange*>(parameter.target);
@@ -236,7 +247,7 @@ void KTool::ReadStandardInputs(Request* request)
 {
     auto const number = [&](Input* input) { return NumberOf(input->GetValue(request, 0)); };
     auto const isOn = [&](Input* input) { return number(input) > 0.5; };
-    auto const rounded = [&](Input* input) { return static_cast<int>(number(input) + 0.5); };
+    auto const rounded = [&](Input* input) { return SaturatedInt(number(input) + 0.5); };
 
     data.time = static_cast<float>(request->GetTime());
     data.quick = request->IsQuick();
@@ -250,10 +261,10 @@ void KTool::ReadStandardInputs(Request* request)
         static constexpr int samples[] = {1, 2, 3, 4, 5, 8, 16};
         data.superSample = data.quick ? 1 : samples[std::clamp(rounded(superSampleInput), 0, 6)];
     }
-    if (superSampleFilterInput) data.superSampleFilter = static_cast<float>(number(superSampleFilterInput));
+    if (superSampleFilterInput) data.superSampleFilter = SaturatedFloat(number(superSampleFilterInput));
     if (underSampleInput) data.underSample = rounded(underSampleInput);
     if (trailsInput) data.trails = isOn(trailsInput);
-    if (fadeInput) data.fade = static_cast<float>(number(fadeInput));
+    if (fadeInput) data.fade = SaturatedFloat(number(fadeInput));
     if (multiThreadingInput) data.multiThreading = isOn(multiThreadingInput);
     if (warpMaskInput) data.warpMask = WrapSlot(warpMaskInput, request, 0);
     data.bottomUp = true;
@@ -262,8 +273,8 @@ void KTool::ReadStandardInputs(Request* request)
 void KTool::MakeGeneratorImage(ThreadedOperator* op, Request* request, int generatorScale, bool interlaced,
                                int field, float fieldXAspect, float fieldYAspect)
 {
-    int const fullWidth = std::max(static_cast<int>(NumberOf(widthInput->GetValue(request, 0))), 1);
-    int fullHeight = std::max(static_cast<int>(NumberOf(heightInput->GetValue(request, 0))), 2);
+    int const fullWidth = std::max(SaturatedInt(NumberOf(widthInput->GetValue(request, 0))), 1);
+    int fullHeight = std::max(SaturatedInt(NumberOf(heightInput->GetValue(request, 0))), 2);
     int const imageWidth = std::max(fullWidth / generatorScale, 1);
     int imageHeight = std::max(fullHeight / generatorScale, 1);
     if (interlaced) {
@@ -284,6 +295,8 @@ void KTool::MakeGeneratorImage(ThreadedOperator* op, Request* request, int gener
         return request->Fail("no memory for a picture of " + std::to_string(imageWidth) + " x " +
                              std::to_string(imageHeight));
     if (interlaced && field != 0) image->yOffset += 1.0 / (2.0 * fullHeight);
+    // The picture is its own source, and a channel that is off keeps what stands there.
+    image->Clear();
     destination = KImage::ImageFromHost(image.Release(), true);
     if (generatorScale != 1) {
         destination->Set(1, static_cast<unsigned>(fullWidth));
@@ -464,8 +477,8 @@ void KTool::ApplyAffectInputs(Input* input, Parameter* value, float time)
         if (entry->parameter->type == KPT_Image) {
             given.image.reset(KImage::ImageFromHost(ImageOf(value), false));
         } else {
-            given.floatValue = static_cast<float>(NumberOf(value));
-            given.intValue = static_cast<int>(given.floatValue + 0.5F);
+            given.floatValue = SaturatedFloat(NumberOf(value));
+            given.intValue = SaturatedInt(given.floatValue + 0.5F);
         }
         std::unique_ptr<KMessageList> const messages(effect->AffectInputs(entry->id, given));
         for (KMessage const* message : messages->Each<KMessage>()) {
@@ -481,13 +494,13 @@ void KTool::ApplyAffectInputs(Input* input, Parameter* value, float time)
 void KTool::Notify(Input* input, Parameter* value, float time)
 {
     if (!value) return;
-    if (input == colorSpaceInput) RenameChannels(static_cast<int>(NumberOf(value)));
+    if (input == colorSpaceInput) RenameChannels(SaturatedInt(NumberOf(value)));
     if (input == trailsInput && trailsInput) {
         bool const visible = NumberOf(value) > 0.5;
         fadeInput->SetAttrsTagList({{Attr_ControlVisible, visible}});
         resetInput->SetAttrsTagList({{Attr_ControlVisible, visible}});
     }
-    if (input == resetInput && resetInput && static_cast<int>(NumberOf(value) + 0.1) > 0) StartProcess();
+    if (input == resetInput && resetInput && NumberOf(value) >= 0.9) StartProcess();
     if (effect) ApplyAffectInputs(input, value, time);
 }
 

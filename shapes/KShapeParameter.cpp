@@ -38,6 +38,7 @@ KObjectTypeRegistration const shapeType({
         auto const* const shapes = dynamic_cast<KShapeParameter const*>(value);
         return shapes && shapes->Group() ? shapes->Group()->CopyOf() : new KShapeGroup;
     },
+    [](void* group) { delete static_cast<KShapeGroup*>(group); },
     // A copy: the effect owns its group and may be asked for it again.
     [](void* group) -> Parameter* { return new KShapeParameter(static_cast<KShapeGroup*>(group), true); },
     Refuse,

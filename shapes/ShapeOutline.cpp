@@ -3,6 +3,7 @@
 #include <memory>
 #include <numbers>
 
+#include "image/Saturate.h"
 #include "shapes/FlatShape.h"
 #include "shapes/KShapeArray.h"
 #include "shapes/KStyle.h"
@@ -92,7 +93,7 @@ private:
     /// From one side's end to the other's start, both left out.
     void AddArc(std::vector<KVector2>& side, KVector2 const& corner, KVector2 const& start, double turn) const
     {
-        int const parts = static_cast<int>(joinPrecision_ * std::abs(turn) / std::numbers::pi + 0.5);
+        int const parts = SaturatedInt(joinPrecision_ * std::abs(turn) / std::numbers::pi + 0.5);
         KVector2 const across = start.Ortho(false);
         for (int k = 1; k < parts; ++k) {
             double const angle = k * turn / parts;

@@ -525,6 +525,7 @@ KObjectTypeRegistration const basketType({
         if (held && held->basket) copy->apples = held->basket->apples;
         return copy;
     },
+    [](void* object) { delete static_cast<Basket*>(object); },
     [](void* object) -> Parameter* { return new BasketParameter(static_cast<Basket*>(object)); },
 });
 
@@ -539,6 +540,8 @@ struct KEffectTestBasket : KEffect {
     void ProcessData() override
     {
         ++runs;
+        out = nullptr; // the bridge took the last one
+        if (leavesIt) return;
         static_cast<Basket*>(in)->apples += 1;
         out = in;
         in = nullptr;
@@ -546,6 +549,7 @@ struct KEffectTestBasket : KEffect {
     void* in;
     void* out = nullptr;
     inline static int runs = 0;
+    inline static bool leavesIt = false; // as one that was declined does
 };
 
 OMBRELUNE_TOOL(BF_TestBasket, BF_ThreadedOperator, KEffectTestBasket, .outputType = "Test.Basket");
@@ -566,6 +570,12 @@ TEST(ToolRender, ObjectsAreCopiedInAndHandedOn)
         RenderResult const between = renderer.Evaluate(*first->FindOutput("Output"), 0.0);
         EXPECT_EQ(dynamic_cast<BasketParameter const&>(*between.value).basket->apples, 1)
             << "what was fed stays";
+
+        KEffectTestBasket::leavesIt = true;
+        for (int i = 0; i < 5; ++i) Renderer(document, {}).Evaluate(*first->FindOutput("Output"), 0.0);
+        EXPECT_LE(Basket::alive, 4) << "two results, and what an effect was given last";
+        KEffectTestBasket::leavesIt = false;
+        Renderer(document, {}).Evaluate(*first->FindOutput("Output"), 0.0);
     }
     EXPECT_EQ(Basket::alive, 0);
 }

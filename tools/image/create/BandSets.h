@@ -32,6 +32,8 @@ inline UInt4 ScaledProduct(UInt4 a, UInt4 b)
     return (t + (t >> 16)) >> 16;
 }
 
+constexpr int kMostSets = 1024; // each is drawn over the whole picture
+
 /// Bands in the unit of the distances that are measured, ready for the inner loop.
 class Bands {
 public:
@@ -102,8 +104,9 @@ public:
         step = 1.0F / static_cast<float>(superSample);
         firstSample = -(static_cast<float>(superSample - 1) / 2.0F) * step;
         sets.clear();
-        for (int i = 0; i < setCount; ++i) {
-            float const t = setCount > 1 ? static_cast<float>(i) / static_cast<float>(setCount - 1) : 0.0F;
+        int const count = std::min(setCount, kMostSets);
+        for (int i = 0; i < count; ++i) {
+            float const t = count > 1 ? static_cast<float>(i) / static_cast<float>(count - 1) : 0.0F;
             auto const mix = [t](float a, float b) { return (1.0F - t) * a + t * b; };
             float const angle = mix(first.angle, last.angle);
             float const sine = std::sin(angle), cosine = std::cos(angle);

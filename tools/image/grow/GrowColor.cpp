@@ -10,6 +10,12 @@
 
 namespace ombrelune {
 
+namespace {
+
+constexpr int kMostRounds = 1024; // each blurs the picture
+
+} // namespace
+
 class KEffectGrowColor : public KEffectThreads {
 public:
     static char const* Name(KProcessNameType kind)
@@ -48,7 +54,7 @@ public:
     }
 
     // Each round blurs as a whole and fills by rows.
-    int StepCount() override { return 2 * iterations; }
+    int StepCount() override { return 2 * std::min(iterations, kMostRounds); }
     int ThreadCount(int step) override { return step % 2 == 0 ? 1 : height; }
     void F(int step, int chunk, KImage* source, KImage* destination) override
     {
@@ -69,7 +75,9 @@ public:
                                    } else if (p.alpha < none) {
                                        for (float& word : p.word) word = 0.0F;
                                    } else {
-                                       float const alpha = (p.alpha - none) / soft, factor = alpha / p.alpha;
+                                       float const alpha = (p.alpha - none) / soft;
+                                       // Nothing has no colour, whatever the threshold.
+                                       float const factor = p.alpha == 0.0F ? 0.0F : alpha / p.alpha;
                                        for (int c : {kChannelBlue, kChannelGreen, kChannelRed})
                                            p.word[c] *= factor;
                                        p.alpha = alpha;
