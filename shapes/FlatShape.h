@@ -7,7 +7,7 @@
 namespace ombrelune {
 
 /// Most segments of a curve, and of half a turn of a join; more only cost time.
-inline constexpr int kMostSteps = 65536, kMostJoinSteps = 1024;
+inline constexpr int kMostSteps = 1024, kMostJoinSteps = 1024;
 
 /// A shape without curves: the shape itself when it has none, else a flattened copy.
 class FlatShape {

@@ -40,7 +40,8 @@ TEST(HostileValues, WholeNumbersBeyondAnyPictureAreLimited)
         for (auto const& [tool, input] : {std::pair{"BF_CleanEdges", "PixelsLeft"},
                                           {"BF_Find", "SoftnessVertical"},
                                           {"BF_GrowColor", "Iterations"},
-                                          {"BF_Lines", "NumberOfLineSets"}}) {
+                                          {"BF_Lines", "NumberOfLineSets"},
+                                          {"BF_Connect", "Subdivision"}}) {
             SCOPED_TRACE(fmt::format("{}.{} = {}", tool, input, value));
             EXPECT_TRUE(Made(tool, {{input, value}}, kDepthInt8));
         }

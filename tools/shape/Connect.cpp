@@ -1,8 +1,10 @@
 // Connect: draws a line or a spline through up to 32 points on the image.
 
+#include <algorithm>
 #include <vector>
 
 #include "framework/Registration.h"
+#include "shapes/FlatShape.h"
 #include "shapes/KEffectImageShape.h"
 
 namespace ombrelune {
@@ -79,10 +81,11 @@ private:
         padded.insert(padded.begin(), close ? p[n - 1] : beyond(p[0], p[1], p[2]));
         padded.push_back(close ? p[0] : beyond(p[n - 1], p[n - 2], p[n - 3]));
         if (close) padded.push_back(p[1]);
+        int const steps = std::min(subdivision, kMostSteps);
         for (auto from = padded.begin(); from + 3 < padded.end(); ++from)
-            for (int k = 0; k < subdivision; ++k)
+            for (int k = 0; k < steps; ++k)
                 shape.LineTo(from[0].CatmullRom(from[1], from[2], from[3],
-                                                static_cast<float>(k) / static_cast<float>(subdivision)));
+                                                static_cast<float>(k) / static_cast<float>(steps)));
         if (!close) shape.LineTo(p[n - 1]);
     }
 };

@@ -15,6 +15,8 @@ namespace ombrelune {
 
 class SpiralPath {
 public:
+    static constexpr float kMostSpiralSteps = 16384.0F; // 910 turns at the default step
+
     void ParametersAdd(KParameterList& parameters)
     {
         unsigned const angle = KF_PreviewCentered | KF_Preview;
@@ -28,7 +30,7 @@ public:
         // clang-format on
     }
 
-    /// One open subpath. A spiral that would need more than 2^20 steps stops short of its end angle.
+    /// One open subpath. A spiral that would need more than 16384 steps stops short of its end angle.
     std::unique_ptr<KShape> Make(KVector2 const& centre) const
     {
         float const step = std::copysign(
@@ -72,7 +74,7 @@ private:
     {
         float const count = (angleEnd - angleStart) / step, whole = std::round(count);
         float const rounding = 4.0F * 1.1920929e-7F * (std::abs(angleStart) + std::abs(angleEnd));
-        return std::min(std::abs((count - whole) * step) <= rounding ? whole : count, 1048576.0F);
+        return std::min(std::abs((count - whole) * step) <= rounding ? whole : count, kMostSpiralSteps);
     }
 };
 
