@@ -37,12 +37,10 @@ ReadResult Read(std::string const& path, PictureFormat format)
     }
 }
 
-std::optional<bool> ReadsHeader(std::string const& path, PictureFormat format)
+std::optional<bool> TryHeader(std::string const& path, PictureFormat format)
 {
     try {
-        OIIO::ImageSpec spec;
-        auto const input = OIIO::ImageInput::create(LibraryName(format));
-        return input && input->open(path, spec) && spec.width > 0 && spec.height > 0;
+        return ReadsHeader(path, format);
     } catch (std::exception const&) {
         return false;
     }
@@ -65,7 +63,7 @@ std::optional<std::string> Write(Image const& image, PictureFormat format, std::
 
 extern "C" ombrelune::PictureModule const* OmbrelunePictures()
 {
-    static constexpr ombrelune::PictureModule module = {&ombrelune::Read, &ombrelune::ReadsHeader,
+    static constexpr ombrelune::PictureModule module = {&ombrelune::Read, &ombrelune::TryHeader,
                                                         &ombrelune::Write};
     return &module;
 }

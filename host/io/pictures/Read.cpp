@@ -128,7 +128,31 @@ public:
     bool endedEarly = false;
 };
 
+/// Opens a file by the library's reader of a format.
+/// @param file  filled for a PNG; must outlive the reader
+bool Open(OIIO::ImageInput& input, std::string const& path, PictureFormat format,
+          std::optional<EndlessFile>& file, OIIO::ImageSpec& spec)
+{
+    OIIO::ImageSpec configuration;
+    // The library would multiply by alpha with its own rounding.
+    configuration.attribute("oiio:UnassociatedAlpha", 1);
+    if (format == PictureFormat::kPng) {
+        OIIO::Filesystem::IOProxy* const proxy = &file.emplace(path);
+        configuration.attribute("oiio:ioproxy", TypeDesc::PTR, &proxy);
+    }
+    return input.open(path, spec, configuration);
+}
+
 } // namespace
+
+bool ReadsHeader(std::string const& path, PictureFormat format)
+{
+    std::optional<EndlessFile> file; // outlives the reader
+    auto const input = OIIO::ImageInput::create(LibraryName(format));
+    OIIO::ImageSpec spec;
+    return input && Open(*input, path, format, file, spec) && !(file && file->endedEarly) && spec.width > 0 &&
+           spec.height > 0;
+}
 
 ReadResult ReadFile(std::string const& path, PictureFormat format)
 {
@@ -143,14 +167,8 @@ ReadResult ReadFile(std::string const& path, PictureFormat format)
                                  InBrackets(message)));
     };
 
-    OIIO::ImageSpec spec, configuration;
-    // The library would multiply by alpha with its own rounding.
-    configuration.attribute("oiio:UnassociatedAlpha", 1);
-    if (format == PictureFormat::kPng) {
-        OIIO::Filesystem::IOProxy* const proxy = &file.emplace(path);
-        configuration.attribute("oiio:ioproxy", TypeDesc::PTR, &proxy);
-    }
-    if (!input->open(path, spec, configuration)) return broken(input->geterror());
+    OIIO::ImageSpec spec;
+    if (!Open(*input, path, format, file, spec)) return broken(input->geterror());
     input->geterror(); // what a header has of oddities does not matter
     ReadPlan const plan = MakeReadPlan(spec, format);
     if (std::string refusal = Refusal(spec, plan, format); !refusal.empty()) return wrong(std::move(refusal));
