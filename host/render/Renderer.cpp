@@ -285,7 +285,7 @@ SharedResults Renderer::Render(Visit const& visit)
         }
     } const finish{*this, keyed.key, pending};
 
-    auto const results = std::make_shared<Results const>(Make(visit));
+    SharedResults results = std::make_shared<Results const>(Make(visit));
     if (results->problem && results->problem->isStop) return results;
     std::lock_guard guard(lock_);
     if (!MayPass(*results))
