@@ -69,7 +69,7 @@ std::shared_ptr<Operator> FusionDoc::RemoveOperator(Operator& op)
                                     [&](auto const& each) { return each.get() == &op; });
     if (found == operators_.end()) return nullptr;
     Edits const together(*this);
-    std::shared_ptr<Operator> const removed = *found;
+    std::shared_ptr<Operator> removed = *found;
     operators_.erase(found);
     for (auto const& other : operators_) {
         for (auto const& input : other->Inputs()) {
