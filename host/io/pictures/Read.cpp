@@ -1,7 +1,10 @@
 #include "host/io/pictures/Read.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <optional>
 
 #include <OpenImageIO/filesystem.h>
@@ -128,11 +131,25 @@ public:
     bool endedEarly = false;
 };
 
+/// Whether a DPX file tells of more user data than it has bytes, at which the library ends the process.
+bool HasImpossibleUserData(std::string const& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::array<unsigned char, 36> header{};
+    if (!file.read(reinterpret_cast<char*>(header.data()), header.size())) return false;
+    std::uint32_t size = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        size = size << 8 | header[header[0] == 'S' ? 32 + i : 35 - i]; // "SDPX" has its high bytes first
+    std::error_code error;
+    return size != 0xFFFFFFFFU && size > std::filesystem::file_size(path, error);
+}
+
 /// Opens a file by the library's reader of a format.
 /// @param file  filled for a PNG; must outlive the reader
 bool Open(OIIO::ImageInput& input, std::string const& path, PictureFormat format,
           std::optional<EndlessFile>& file, OIIO::ImageSpec& spec)
 {
+    if (format == PictureFormat::kDpx && HasImpossibleUserData(path)) return false;
     OIIO::ImageSpec configuration;
     // The library would multiply by alpha with its own rounding.
     configuration.attribute("oiio:UnassociatedAlpha", 1);
