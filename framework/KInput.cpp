@@ -52,6 +52,7 @@ void KInputList::SetValue(std::uint32_t id, KParameterValue const& value, float 
     if (!found || !found->input) return;
     switch (found->parameter->type) {
     case KPT_Int:
+    case KPT_Range: // one end of it
     case KPT_Float: found->input->SetSource(MakeRef<Number>(value.floatValue).Get(), time, nullptr); break;
     case KPT_Point:
         found->input->SetSource(MakeRef<Point>(value.point.x, value.point.y).Get(), time, nullptr);

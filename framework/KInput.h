@@ -30,7 +30,7 @@ public:
     // These do nothing for an identifier that no input has.
     void SetVisibility(std::uint32_t id, bool visible);
     void SetName(std::uint32_t id, KParameterValue const& value);
-    /// Numbers and points only, from the value's float or point.
+    /// Numbers, ends of ranges and points only, from the value's float or point.
     void SetValue(std::uint32_t id, KParameterValue const& value, float time);
 };
 

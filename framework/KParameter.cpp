@@ -32,8 +32,8 @@ KParameter& KParameterList::AppendNumber(KControlType control, KParameterType ty
 {
     KParameter& parameter = Append(control, type, target, label, id, flags);
     parameter.defaultValue = static_cast<float>(value);
-    parameter.minimum = static_cast<float>(minimum);
-    parameter.maximum = static_cast<float>(maximum);
+    parameter.minimum = minimum;
+    parameter.maximum = maximum;
     return parameter;
 }
 

@@ -166,7 +166,8 @@ public:
     KParameterType type = KPT_None;
     KControlType control = KCT_Label;
     void* target = nullptr;
-    float defaultValue = 0.0F, minimum = 0.0F, maximum = 0.0F;
+    float defaultValue = 0.0F;
+    double minimum = 0.0, maximum = 0.0; ///< not in single precision, which would put 0.1 above the told 0.1
     KColor defaultColor{0.0F, 0.0F, 0.0F, 0.0F};
     KRange defaultRange{0.0F, 1.0F};
     KVector2 defaultPoint;

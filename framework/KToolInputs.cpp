@@ -400,7 +400,7 @@ Input* KTool::AddTrailsInputs()
     fade.label = "Fade";
     fade.type = KPT_Float;
     fade.defaultValue = 0.95F;
-    fade.maximum = 1.0F;
+    fade.maximum = 1.0;
     fadeInput = AddInput_Slider(fade);
     resetInput = AddInput_Button("Reset", KF_AffectInputs);
     return trailsInput;
@@ -416,8 +416,8 @@ Input* KTool::AddInputBF(KParameterStandard standard, float value)
         parameter.label = label;
         parameter.type = type;
         parameter.defaultValue = orOne;
-        parameter.minimum = static_cast<float>(low);
-        parameter.maximum = static_cast<float>(high);
+        parameter.minimum = low;
+        parameter.maximum = high;
         parameter.flags = flags;
         return AddInput_Slider(parameter);
     };

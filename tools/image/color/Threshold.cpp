@@ -56,9 +56,9 @@ public:
 
         parameters.AddCheckbox(&lockSoftness, true, "Lock Softness for all color channels", "SoLo"_id, KF_AffectInputs);
         parameters.AddSlider(&red.softness,   0.0F, "Softness",       "SoRe"_id, KF_SoftMax,             0.0, 1.0);
-        parameters.AddSlider(&green.softness, 0.0F, "Softness Green", "SoGr"_id, KF_SoftMax | KF_Hidden, 0.0, 1.0);
-        parameters.AddSlider(&blue.softness,  0.0F, "Softness Blue",  "SoBl"_id, KF_SoftMax | KF_Hidden, 0.0, 1.0);
-        parameters.AddSlider(&alpha.softness, 0.0F, "Softness Alpha", "SoAl"_id, KF_SoftMax | KF_Hidden, 0.0, 1.0);
+        parameters.AddSlider(&green.softness, 0.0F, "Softness Green", "SoGr"_id, KF_SoftMax,             0.0, 1.0);
+        parameters.AddSlider(&blue.softness,  0.0F, "Softness Blue",  "SoBl"_id, KF_SoftMax,             0.0, 1.0);
+        parameters.AddSlider(&alpha.softness, 0.0F, "Softness Alpha", "SoAl"_id, KF_SoftMax,             0.0, 1.0);
 
         parameters.AddCheckbox(&lockRepeat, true, "Lock Repeat for all color channels", "ReLo"_id, KF_AffectInputs);
         parameters.AddSlider  (&red.repeat,     1.0F, "Repeat",          "ReRe"_id, KF_SoftMax,             0.0, 5.0);
