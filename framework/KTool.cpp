@@ -388,6 +388,11 @@ void KTool::ProcessImage(ThreadedOperator* op, Request* request, KEffectImage* i
     if (isGenerator) source = destination; // which the effect's Done may have replaced
     imageEffect->BufferTrailsSet(data.trails && destination ? destination->CopyOf() : nullptr);
     if (!imageOutput) return;
+    // Tools behind would be blamed for it: an effect itself cannot say what is missing.
+    if (!destination)
+        request->Warn(
+            request->Op().Name() +
+            " gives no picture: the one that it is set to hand on is not connected, or gives none itself");
     // The output gets a reference of its own; the wrapper keeps and drops what it owns.
     imageOutput->Set(request, Ref<Image>::Share(destination ? destination->FImage() : nullptr).Release(),
                      nullptr);

@@ -177,9 +177,8 @@ KMatrix4& KMatrix4::FirstFrame(KVector3 const& p0, KVector3 const& p1, KVector3 
     if (n.Length() == 0.0F) {
         // The three points lie on a line: any direction across it will do, the axis farthest from it is
         // safest.
-        int smallest = 0;
-        for (int i = 1; i < 3; ++i)
-            if (std::abs(t[i]) < std::abs(t[smallest])) smallest = i;
+        int smallest = std::abs(t.y) <= std::abs(t.x) ? 1 : 0; // y before x among equals, z last
+        if (std::abs(t.z) < std::abs(t[smallest])) smallest = 2;
         KVector3 axis;
         axis[smallest] = 1.0F;
         n = (t ^ axis).Normalize();

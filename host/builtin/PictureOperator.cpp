@@ -78,7 +78,7 @@ Ref<Image> PictureOperator::MainPicture(Request* request)
 {
     Input const* const input = MainInput(1);
     Ref<Image> image = PictureOf(input, request);
-    if (!image) request->Fail(Name() + "." + input->Id().Text() + " got no picture");
+    if (!image) request->FailWithoutPicture(*input);
     return image;
 }
 

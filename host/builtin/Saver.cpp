@@ -47,11 +47,7 @@ public:
         if (auto problem = CheckPattern(pattern))
             return request->Fail(Name() + ".Filename: " + problem->text);
         auto* const image = dynamic_cast<Image*>(picture->GetValue(request, 0));
-        if (!image)
-            return request->Fail(fmt::format("{}.Input got no picture: {} gives none at this time", Name(),
-                                             request->State().Of(*picture).source
-                                                 ? request->State().Of(*picture).source->Owner()->Name()
-                                                 : "what is connected"));
+        if (!image) return request->FailWithoutPicture(*picture);
 
         if (auto problem = WritePicture(*image, FileToWrite(*request)))
             return request->FailFile(Name() + ": " + problem->Format());

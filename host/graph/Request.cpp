@@ -1,5 +1,7 @@
 #include "host/graph/Request.h"
 
+#include <fmt/format.h>
+
 #include "host/graph/Operator.h"
 
 namespace ombrelune {
@@ -47,6 +49,13 @@ void Request::Fail(std::string text)
 void Request::FailFile(std::string text)
 {
     if (!failure_) failure_ = Problem{.text = std::move(text), .isFile = true};
+}
+
+void Request::FailWithoutPicture(Input const& input)
+{
+    Output const* const source = State().Of(input).source;
+    Fail(fmt::format("{}.{} got no picture{}", Op().Name(), input.Id().Text(),
+                     source ? ": " + source->Owner()->Name() + " gives none at this time" : ""));
 }
 
 void Request::FailGap(std::string text, bool isFile)

@@ -64,6 +64,8 @@ public:
     /// Reports that the frame cannot be made; the first report counts. FailFile lays it to a file.
     void Fail(std::string text);
     void FailFile(std::string text);
+    /// For want of a picture at an input that needs one; says whose it would have been.
+    void FailWithoutPicture(Input const& input);
     /// A frame that a sequence does not have: a tool that asked for it beside its own goes on without it.
     void FailGap(std::string text, bool isFile);
     std::optional<Problem> const& Failure() const { return failure_; }

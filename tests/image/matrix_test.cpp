@@ -137,11 +137,19 @@ TEST(KMatrix4, ParallelTransportFramesFollowTheCurve)
 TEST(KMatrix4, AFrameOnAStraightLineStillStandsAcross)
 {
     KMatrix4 frame;
-    frame.FirstFrame({0, 0, 0}, {2, 0, 0}, {4, 0, 0});
-    // The smallest component of the tangent is y, the first of equals: n = x cross y = z, b = x cross z = -y.
-    ExpectNear({frame[1], frame[5], frame[9]}, {0, 0, 1});
-    ExpectNear({frame[0], frame[4], frame[8]}, {0, -1, 0});
-    ExpectNear({frame[2], frame[6], frame[10]}, {1, 0, 0});
+    // Along x and along z the other two components are equal: y is taken, and z only where it is smaller.
+    // n = tangent cross axis, b = tangent cross n.
+    struct {
+        KVector3 tangent, b, n;
+    } const lines[] = {{{1, 0, 0}, {0, -1, 0}, {0, 0, 1}},
+                       {{0, 0, 1}, {0, -1, 0}, {-1, 0, 0}},
+                       {{0, 1, 0}, {-1, 0, 0}, {0, 0, -1}}};
+    for (auto const& line : lines) {
+        frame.FirstFrame({0, 0, 0}, 2.0F * line.tangent, 4.0F * line.tangent);
+        ExpectNear({frame[0], frame[4], frame[8]}, line.b);
+        ExpectNear({frame[1], frame[5], frame[9]}, line.n);
+        ExpectNear({frame[2], frame[6], frame[10]}, line.tangent);
+    }
 }
 
 TEST(KMatrix3, TheFirstCallActsFirstOnRowVectors)

@@ -142,14 +142,23 @@ TEST_F(TimeFlow, LinksBringPicturesFromAnywhere)
         "Linky = Brassfennel.BF_WirelessLinky { Inputs = { Link1 = Input { SourceOp = \"Red\" } } },\n"
         "Main = Brassfennel.BF_WirelessLink { Inputs = { Image = Input { SourceOp = \"Red\" } } },\n"
         "Switch = Brassfennel.BF_Switcher { Inputs = { Image = Input { SourceOp = \"Red\" }, Index = 2 } },\n"
+        "Behind = Brassfennel.BF_Invert { Inputs = { Image = Input { SourceOp = \"Switch\" } } },\n"
+        "Far = Transform { Inputs = { Input = Input { SourceOp = \"Behind\" } } },\n"
         "Out = Saver { Inputs = { Input = Input { SourceOp = \"Switch\" }, Filename = \"out.exr\" } } ");
     EXPECT_EQ(RedAt("Link", 0.0), 0.75F);
     EXPECT_EQ(RedAt("Linky", 0.0), 0.75F);
     EXPECT_TRUE(std::isnan(RedAt("Main", 0.0))) << "the main picture is no link";
     EXPECT_TRUE(std::isnan(RedAt("Out", 0.0)));
-    EXPECT_NE(problem.find("flow.comp:7: Out.Input got no picture: Switch gives none at this time"),
+    EXPECT_NE(problem.find("flow.comp:9: Out.Input got no picture: Switch gives none at this time"),
               std::string::npos)
         << problem;
+    renderer->TakeWarnings();
+    // However far behind the picture is missed, the cause is named.
+    EXPECT_TRUE(std::isnan(RedAt("Far", 0.0)));
+    EXPECT_NE(problem.find("Far.Input got no picture: Behind gives none"), std::string::npos) << problem;
+    std::vector<Problem> const warnings = renderer->TakeWarnings();
+    ASSERT_EQ(warnings.size(), 1U);
+    EXPECT_NE(warnings[0].text.find("Switch gives no picture"), std::string::npos) << warnings[0].text;
 }
 
 TEST_F(TimeFlow, AChangedTextFileGivesANewText)
