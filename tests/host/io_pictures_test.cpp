@@ -437,6 +437,20 @@ TEST(Pictures, CutFilesAreRefusedOrWhole)
     }
 }
 
+TEST(Pictures, ATextThatAHeaderOnlyAnnouncesTakesNoMemory)
+{
+    TemporaryFolder const folder;
+    using namespace std::string_literals;
+    Save(folder / "long.exr", "\x76\x2f\x31\x01\x02\0\0\0owner\0string\0\0\0\0\x60some"s);
+    struct rusage before, after;
+    getrusage(RUSAGE_SELF, &before);
+    ReadResult const result = ReadPicture(folder / "long.exr");
+    getrusage(RUSAGE_SELF, &after);
+    ASSERT_TRUE(result.problem);
+    EXPECT_EQ(result.problem->text, "cannot be read as OpenEXR; is the file whole?");
+    EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 500000) << "KiB; 1.5 GiB were announced";
+}
+
 TEST(Pictures, BadFilesAreNamed)
 {
     TemporaryFolder const folder;

@@ -1,10 +1,7 @@
 #include "host/io/pictures/Read.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <optional>
 
 #include <OpenImageIO/filesystem.h>
@@ -13,6 +10,7 @@
 
 #include "host/image/StoredType.h"
 #include "host/io/Rows.h"
+#include "host/io/pictures/HeaderSizes.h"
 #include "host/io/pictures/Layout.h"
 #include "host/io/pictures/ReadPlan.h"
 #include "host/value/Parallel.h"
@@ -131,25 +129,12 @@ public:
     bool endedEarly = false;
 };
 
-/// Whether a DPX file tells of more user data than it has bytes, at which the library ends the process.
-bool HasImpossibleUserData(std::string const& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::array<unsigned char, 36> header{};
-    if (!file.read(reinterpret_cast<char*>(header.data()), header.size())) return false;
-    std::uint32_t size = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        size = size << 8 | header[header[0] == 'S' ? 32 + i : 35 - i]; // "SDPX" has its high bytes first
-    std::error_code error;
-    return size != 0xFFFFFFFFU && size > std::filesystem::file_size(path, error);
-}
-
 /// Opens a file by the library's reader of a format.
 /// @param file  filled for a PNG; must outlive the reader
 bool Open(OIIO::ImageInput& input, std::string const& path, PictureFormat format,
           std::optional<EndlessFile>& file, OIIO::ImageSpec& spec)
 {
-    if (format == PictureFormat::kDpx && HasImpossibleUserData(path)) return false;
+    if (AnnouncesMoreThanItHolds(path, format)) return false;
     OIIO::ImageSpec configuration;
     // The library would multiply by alpha with its own rounding.
     configuration.attribute("oiio:UnassociatedAlpha", 1);
