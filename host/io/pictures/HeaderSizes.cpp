@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 
 namespace ombrelune {
 
@@ -60,16 +61,34 @@ bool HasTooLongAttribute(std::istream& file, std::streamoff end)
     return false;
 }
 
+/// Chunks are a length, a name of four letters, bytes and a checksum; the header ends where pixels (IDAT)
+/// begin.
+bool HasTooLongChunk(std::istream& file, std::streamoff end)
+{
+    file.seekg(8);
+    for (;;) {
+        std::streamoff const size = ReadSize(file, true);
+        std::array<char, 4> name{};
+        if (!file.read(name.data(), name.size()) || std::string_view(name.data(), 4) == "IDAT") return false;
+        if (size > end - file.tellg()) return true;
+        file.seekg(size + 4, std::ios::cur);
+    }
+}
+
 } // namespace
 
 bool AnnouncesMoreThanItHolds(std::string const& path, PictureFormat format)
 {
-    if (format != PictureFormat::kDpx && format != PictureFormat::kExr) return false;
     std::error_code error;
     auto const end = static_cast<std::streamoff>(std::filesystem::file_size(path, error));
     std::ifstream file(path, std::ios::binary);
     if (error || !file) return false;
-    return format == PictureFormat::kDpx ? HasTooMuchUserData(file, end) : HasTooLongAttribute(file, end);
+    switch (format) {
+    case PictureFormat::kDpx: return HasTooMuchUserData(file, end);
+    case PictureFormat::kExr: return HasTooLongAttribute(file, end);
+    case PictureFormat::kPng: return HasTooLongChunk(file, end);
+    default: return false;
+    }
 }
 
 } // namespace ombrelune
