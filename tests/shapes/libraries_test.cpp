@@ -1,3 +1,4 @@
+#include <chrono>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -76,6 +77,7 @@ TEST(Boolean, WhatLiesFarAwayChangesNothing)
     KShapeEffectBooleanData data;
     data.other = other.get();
     data.fill = 1;
+    auto const start = std::chrono::steady_clock::now();
     for (data.type = 0; data.type < 4; data.type += 2) {
         std::unique_ptr<KShapeGroup> const result(subject->BooleanOf(data));
         ASSERT_EQ(result->GetCount(), kSide * kSide);
@@ -86,6 +88,8 @@ TEST(Boolean, WhatLiesFarAwayChangesNothing)
         double const covered = (kSide - 0.5) * (kSide - 0.5);
         EXPECT_NEAR(area, data.type == 0 ? covered : kSide * kSide - covered, 1e-3);
     }
+    // 0.03 seconds without sanitizers; 6 where each shape meets all 1600 others.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
 }
 
 TEST(Clipper, CoordinatesAreTruncatedAndThoseThatDoNotFitRefused)
