@@ -2,12 +2,25 @@
 
 #include <algorithm>
 
+#include "host/graph/ResColor.h"
+
 namespace ombrelune {
 
 namespace {
 
 constexpr char const* kCompany = "Brass Fennel";
 constexpr char const* kWebAddress = "https://brassfennel.example";
+
+constexpr ResColor colorTileShape{{187, 11, 139, 255}, {0, 0, 0, 255}};
+constexpr ResColor colorTileRegion3D{{11, 187, 139, 255}, {0, 0, 0, 255}};
+
+/// Tile of a tool by what it gives; null for the host's own.
+ResColor const* TileOf(FuID const& outputType)
+{
+    if (outputType == FuID("Brassfennel.BF_ShapeParameter")) return &colorTileShape;
+    if (outputType == FuID("Brassfennel.BF_Region3DParameter")) return &colorTileRegion3D;
+    return nullptr;
+}
 
 TagList ClassTags(char const* parentClass, int classType)
 {
@@ -29,6 +42,10 @@ TagList ToolTags(char const* parentClass, int classType, KToolTraits const& trai
     if (traits.isTimeVariant) tags.Add({Reg_TimeVariant, 1});
     if (classType == kClassTypeOf<BF_SourceOperator>)
         for (std::uint32_t flag : Reg_SourceFlags) tags.Add({flag, 1});
+    if (ResColor const* const tile = TileOf(traits.outputType)) {
+        tags.Add({Reg_TileColor, tile}).Add({Reg_TileFlag, 0});
+        for (std::uint32_t flag : Reg_Flags3D) tags.Add({flag, 1});
+    }
     return tags.Add({Reg_Company, kCompany}).Add({Reg_WebAddress, kWebAddress});
 }
 

@@ -68,8 +68,8 @@ std::vector<ShapeArrayEdge> MakeEdges(ShapeArrays const& arrays, int endLine)
         auto const add = [&](int neighbour, int direction) {
             ShapeArrayPoint const& to = arrays.points[static_cast<std::size_t>(neighbour)];
             if (to.row < line) return;
-            float const dx = (to.x - from.x) / (to.y - from.y);
-            float const x = from.x + dx * (static_cast<float>(line) - from.y);
+            double const dx = (to.x - from.x) / (to.y - from.y);
+            double const x = from.x + dx * (line - from.y);
             edges.push_back({x, dx, line, to.row, static_cast<std::int8_t>(direction),
                              std::min(from.winding, std::uint8_t{2})});
         };
@@ -85,7 +85,7 @@ void StepTo(std::span<ShapeArrayEdge> edges, int line)
     constexpr std::size_t kLanes = 8; // side by side, since each addition waits for the one before
     for (std::size_t first = 0; first < edges.size(); first += kLanes) {
         auto const lanes = edges.subspan(first, std::min(kLanes, edges.size() - first));
-        float x[kLanes] = {}, dx[kLanes] = {};
+        double x[kLanes] = {}, dx[kLanes] = {};
         int latest = 0;
         for (ShapeArrayEdge const& edge : lanes) latest = std::max(latest, edge.line);
         for (std::size_t i = 0; i < lanes.size(); ++i) {
@@ -139,9 +139,8 @@ public:
     BandScanner(std::vector<ShapeArrayEdge> const& edges, Band& band, ScanGrid const& grid, FillRule rule,
                 int endLine)
         : edges_(edges), band_(band), region_(grid.region), gridSamples_(grid.samples), endLine_(endLine),
-          filled_(Turns(2, kTurnMask) | (rule == kFillEvenOdd ? 1 : kTurnMask)),
-          left_(static_cast<float>(region_.x * Samples())),
-          right_(static_cast<float>((region_.x + region_.width) * Samples())),
+          filled_(Turns(2, kTurnMask) | (rule == kFillEvenOdd ? 1 : kTurnMask)), left_(region_.x * Samples()),
+          right_((region_.x + region_.width) * Samples()),
           bins_(static_cast<std::size_t>(region_.width * Samples() + 1)), crossed_(region_.width * Samples()),
           steps_(static_cast<std::size_t>(region_.width) + 2), stepped_(region_.width + 1),
           amounts_(static_cast<std::size_t>(region_.width))
@@ -166,7 +165,7 @@ private:
             band_.active.push_back(edges_[band_.next]);
         for (std::size_t i = 0; i < band_.active.size();) {
             ShapeArrayEdge& edge = band_.active[i];
-            float x = edge.x > left_ ? edge.x : left_; // the left side too where it is not a number
+            double x = edge.x > left_ ? edge.x : left_; // the left side too where it is not a number
             x = x < right_ ? x : right_;
             int const bin = static_cast<int>(x) - static_cast<int>(left_);
             bins_[static_cast<std::size_t>(bin)] += Turns(edge.winding, edge.direction);
@@ -234,7 +233,7 @@ private:
     KImagePixelRegion const region_;
     int const gridSamples_, endLine_;
     std::int64_t const filled_; // bits of the turns that make a place inside
-    float const left_, right_;
+    double const left_, right_;
     std::vector<std::int64_t> bins_; // turns at each sample of the line
     OrderedSet crossed_;             // bins with edges
     std::vector<int> steps_;         // what the amount changes by at each pixel of the row
@@ -262,20 +261,19 @@ void ScanBands(ShapeArrays const& arrays, ScanGrid const& grid, FillRule rule, i
 KImagePixelRegion ScanBounds(ShapeArrays const& arrays, int w, int h, int samples)
 {
     if (arrays.points.empty()) return {};
-    float low = arrays.points.front().x, high = low;
+    double low = arrays.points.front().x, high = low;
     bool finite = true;
     for (ShapeArrayPoint const& p : arrays.points) {
         low = std::min(low, p.x);
         high = std::max(high, p.x);
         finite = finite && std::isfinite(p.x) && std::isfinite(p.y);
     }
-    // Steps in single floats drift by a few samples along a high edge.
-    constexpr int kDrift = 3;
+    constexpr int kMargin = 1; // what the steps along an edge may round by is far less than a pixel
     auto const pixel = [&](int sample, int margin, int size) {
         return static_cast<int>(std::clamp<std::int64_t>(std::int64_t{sample} / samples + margin, 0, size));
     };
-    int const left = finite ? pixel(TruncateToInt(low), -kDrift, w) : 0;
-    int const right = finite ? pixel(TruncateToInt(high), 1 + kDrift, w) : w;
+    int const left = finite ? pixel(TruncateToInt(low), -kMargin, w) : 0;
+    int const right = finite ? pixel(TruncateToInt(high), 1 + kMargin, w) : w;
     int const bottom = pixel(arrays.indices.front().row, 0, h), top = pixel(arrays.indices.back().row, 1, h);
     return {left, bottom, right - left, top - bottom};
 }

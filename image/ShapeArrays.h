@@ -7,8 +7,8 @@ namespace ombrelune {
 
 /// Vertex of a flat outline in the coordinates of the scan converter.
 struct ShapeArrayPoint {
-    float x = 0.0F, y = 0.0F;
-    int row = 0; ///< y cut to an integer
+    double x = 0.0, y = 0.0;
+    int row = 0; ///< y rounded down
     std::uint8_t winding = 0;
 };
 
@@ -21,9 +21,9 @@ struct ShapeArrayPointIndex {
 
 /// Edge of an outline in the scan converter, upward.
 struct ShapeArrayEdge {
-    float x = 0.0F, dx = 0.0F; ///< at a row, and what it changes by from row to row
-    int line = 0;              ///< that row
-    int last = 0;              ///< last row
+    double x = 0.0, dx = 0.0; ///< at a row, and what it changes by from row to row
+    int line = 0;             ///< that row
+    int last = 0;             ///< last row
     std::int8_t direction = 0;
     std::uint8_t winding = 0;
 };

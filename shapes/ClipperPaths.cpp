@@ -1,8 +1,5 @@
 #include "shapes/ClipperPaths.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "shapes/KShapeArray.h"
 #include "shapes/KShapeGroup.h"
 
@@ -11,10 +8,6 @@ namespace ombrelune {
 namespace {
 
 using namespace ClipperLib;
-
-constexpr float kFarthest = 1e12F; // times the scale still well below the library's limit of 4.6e18
-
-bool Fits(KVector2 const& p) { return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest; }
 
 /// No exception leaves the library: the road of a render knows none.
 template <class Work> Paths WithoutExceptions(Work const& work)
@@ -32,7 +25,7 @@ void PathsFromShape(Paths& paths, KShape const* shape, float scale)
 {
     KShapeArrayList const arrays(shape);
     for (KShapeArray const* array : arrays.Each<KShapeArray>()) {
-        if (!std::all_of(array->points.begin(), array->points.end(), Fits)) continue;
+        if (!array->IsBounded()) continue;
         Path& path = paths.emplace_back();
         path.reserve(array->points.size());
         for (KVector2 const& p : array->points)

@@ -29,9 +29,8 @@ ShapeArrays KImageChannel::Convert(KShape const& shape) const
     constexpr int kMostPoints = 1 << 22, kLeastSteps = 16;
     int const steps = std::min(std::max(kMostPoints / shape.GetCount(), kLeastSteps),
                                std::max(image_->Width(), image_->Height()));
-    return shape.ConvertTo(static_cast<float>(-samples * clip_.x + 0.5),
-                           static_cast<float>(-samples * clip_.y - 0.5), static_cast<float>(samples * width),
-                           static_cast<float>(samples * width * aspect_), steps);
+    return shape.ConvertTo(-samples * clip_.x + 0.5, -samples * clip_.y - 0.5, samples * width,
+                           samples * width * aspect_, steps);
 }
 
 ShapeArrays KImageChannel::ConvertClosed(KShape const* shape) const

@@ -79,7 +79,7 @@ public:
     /// before it.
     KShape* FlattenOf(int steps) const;
     /// Outlines for the scan converter: flattened, scaled, then moved.
-    ShapeArrays ConvertTo(float offsetX, float offsetY, float scaleX, float scaleY, int steps) const;
+    ShapeArrays ConvertTo(double offsetX, double offsetY, double scaleX, double scaleY, int steps) const;
 
     /// Outline at a distance; 0 gives a copy with its curves. When all subpaths are closed the outlines that
     /// collide are merged, and positive distances lie outside. Otherwise every subpath is offset alone, and

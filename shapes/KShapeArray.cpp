@@ -70,6 +70,14 @@ double KShapeArray::PathLength() const
     return length;
 }
 
+bool KShapeArray::IsBounded() const
+{
+    constexpr float kFarthest = 1e12F;
+    return std::all_of(points.begin(), points.end(), [](KVector2 const& p) {
+        return std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest;
+    });
+}
+
 bool KShapeArray::Inside(KVector2 const& p) const
 {
     bool inside = false;

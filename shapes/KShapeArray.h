@@ -45,6 +45,9 @@ public:
 
     /// Of all sides, the closing one of a closed array too.
     float Length() const { return static_cast<float>(PathLength()); }
+    /// Whether all coordinates are numbers within 1e12: then the integers of clipping hold them, and products
+    /// in single floats stay finite.
+    bool IsBounded() const;
     /// Odd number of crossings of the ray upward from the point; a side holds its left end and not its right.
     bool Inside(KVector2 const& p) const;
 

@@ -57,10 +57,7 @@ public:
     {
         return Lift([&](KShapeList const& l) { return l.DashDotOf(data, thickness); });
     }
-    KShapeGroup* BooleanOf(KShapeEffectBooleanData const& data) const
-    {
-        return Lift([&](KShapeList const& l) { return l.BooleanOf(data); });
-    }
+    KShapeGroup* BooleanOf(KShapeEffectBooleanData const& data) const;
     KShapeGroup* ResampleOf(KShapeEffectResampleData const& data) const
     {
         return Lift([&](KShapeList const& l) { return l.ResampleOf(data); });

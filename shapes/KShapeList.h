@@ -10,6 +10,7 @@
 
 namespace ombrelune {
 
+class BooleanOther;
 class KImage;
 
 /// How shapes are drawn.
@@ -75,6 +76,7 @@ public:
         return Lift([&](KShape const& s) { return s.DashDotOf(data, thickness); });
     }
     KShapeList* BooleanOf(KShapeEffectBooleanData const& data) const;
+    KShapeList* BooleanOf(BooleanOther const& other) const; ///< the same, prepared for many lists
     KShapeList* ResampleOf(KShapeEffectResampleData const& data) const
     {
         return Lift([&](KShape const& s) { return s.ResampleOf(data); });

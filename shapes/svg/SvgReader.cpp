@@ -117,8 +117,8 @@ private:
 
     void AddPath(KShape& shape, NSVGpath const& path, bool close) const
     {
-        if (path.npts < 1) return;
         float const* const p = path.pts;
+        if (!HasLength(path)) return; // it would end the list of subpaths and hide what follows
         shape.MoveTo(At(p));
         int count = (path.npts - 1) / 3;
         // Closing adds a side back to the start, also where the path is there already.
@@ -129,6 +129,14 @@ private:
             else shape.BezierTo(At(c + 2), At(c + 4), At(c + 6), false);
         }
         if (close || path.closed) shape.Close();
+    }
+
+    /// Whether any two points differ in units of shapes.
+    bool HasLength(NSVGpath const& path) const
+    {
+        for (int i = 1; i < path.npts; ++i)
+            if (At(path.pts) != At(path.pts + std::ptrdiff_t{2} * i)) return true;
+        return false;
     }
 
     static bool IsSame(float const* a, float const* b) { return a[0] == b[0] && a[1] == b[1]; }

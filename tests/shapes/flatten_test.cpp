@@ -39,7 +39,7 @@ TEST(ConvertTo, OutlinesBecomeRingsSortedByRow)
     EXPECT_EQ(arrays.points[2].x, 12.0F);
     EXPECT_EQ(arrays.points[2].y, 2.0F);
     EXPECT_EQ(arrays.points[0].row, -1);
-    EXPECT_EQ(arrays.points[5].row, 0) << "-0.1 is cut, not rounded down";
+    EXPECT_EQ(arrays.points[5].row, -1) << "-0.1 is rounded down";
     // The curve at 1/2: x 5.5, y 0.125 * 0.3 + 0.375 * 2.
     EXPECT_NEAR(arrays.points[7].x, 21.0F, 1e-5);
     EXPECT_NEAR(arrays.points[7].y, 3 * 0.7875F - 1, 1e-5);

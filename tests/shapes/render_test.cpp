@@ -65,6 +65,15 @@ TEST(Channel, CoverageReachesTheImageByModeAndOpacity)
     for (int x = 0; x < 8; ++x) EXPECT_EQ(At<Pixel>(*image, x, 1).red, x >= 2 && x <= 4 ? 32767U : 0U) << x;
 }
 
+TEST(Channel, ARectangleOfTheFrameCoversAllOfIt)
+{
+    Owned const image = Black(64, 36);
+    ChannelStyle style = RedStyle();
+    Filled(image.get(), "M0,0 L1,0 L1,0.5625 L0,0.5625 Z")->PutToImage(kCombineMerge, style);
+    for (int y : {0, 17, 35})
+        for (int x : {0, 31, 63}) EXPECT_EQ(At<Pixel>(*image, x, y).alpha, 65535U) << x << ", " << y;
+}
+
 TEST(Channel, ColoursBeyondWhatIntegersHold)
 {
     Owned const image = Black(8, 4);

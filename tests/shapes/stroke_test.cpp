@@ -77,6 +77,23 @@ TEST(Outline, JoinsLieOnTheOuterSideOfATurn)
     EXPECT_EQ(back->GetCount(), 8 + 7);
 }
 
+TEST(Outline, AWayStraightBackIsTheSameInAllDirections)
+{
+    // All on the right of the path: 8 parts of half a circle of radius 0.2, and two sides that cancel where
+    // they go back over each other.
+    KShapeEffectOutlineData data = Pen(0.2F, kJoinRound);
+    data.pen.bias = 1.0F;
+    for (char const* path :
+         {"M0,0 L1,0 L0.5,0", "M0,0 L0,1 L0,0.5", "M0,0 L-1,0 L-0.5,0", "M0,0 L0,-1 L0,-0.5"}) {
+        Shape const outline(Path(path)->OutlineOf(data));
+        EXPECT_EQ(outline->GetCount(), 8 + 7) << path;
+        double farthest = 0.0; // of the join, 0.2 beyond the end
+        for (KVector2 const& p : PointsOf(*outline))
+            farthest = std::max({farthest, std::abs(double{p.x}), std::abs(double{p.y})});
+        EXPECT_NEAR(farthest, 1.2, 1e-6) << path;
+    }
+}
+
 TEST(Outline, AClosedPathBecomesTwoRings)
 {
     Shape const outline(Path(kSquare)->OutlineOf(Pen(0.2F, kJoinMiter, 1)));

@@ -62,6 +62,13 @@ TEST(Svg, SubpathsKeepTheirOrder)
     EXPECT_EQ(group->Get(0)->styles[0].fill.type, 1);
 }
 
+TEST(Svg, APathWithoutLengthHidesNothing)
+{
+    auto const group = Read(Document(R"(<path d="M20 20H40V40Z M10 10h0z M10 10 M100 50H110V60Z"/>)"));
+    ASSERT_EQ(group->GetCount(), 1);
+    EXPECT_EQ(AreasOf(Only(*group)).size(), 2U);
+}
+
 TEST(Svg, StylesCountInWidths)
 {
     auto const group = Read(Document(

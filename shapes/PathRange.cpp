@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
 
+#include "shapes/EachSubpath.h"
 #include "shapes/FlatShape.h"
 #include "shapes/KShapeArray.h"
 #include "shapes/KShapeGroup.h"
@@ -75,12 +75,9 @@ KShape* KShape::WriteOnOf(KShapeEffectWriteOnData const& data) const
     KShapeArrayList const arrays(flat.Get());
     bool const spreads = data.level < kLevelElement && arrays.Count() > 1;
     Spread spread(range, flat.Get()->Length());
-    auto* result = new KShape;
-    for (KShapeArray const* array : arrays.Each<KShapeArray>()) {
-        std::unique_ptr<KShape> const part(array->WriteOnOf(spreads ? spread.Next(array->Length()) : range));
-        if (part) result->TakePoints(*part);
-    }
-    return result;
+    return EachSubpath(arrays, [&](KShapeArray const& array) {
+        return array.WriteOnOf(spreads ? spread.Next(array.Length()) : range);
+    });
 }
 
 KShapeList* KShapeList::WriteOnOf(KShapeEffectWriteOnData const& data) const

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <array>
-#include <memory>
 
+#include "shapes/EachSubpath.h"
 #include "shapes/FlatShape.h"
 #include "shapes/KShapeArray.h"
 
@@ -105,13 +105,8 @@ KShape* KShapeArray::DashDotOf(KShapeEffectDashDotData const& data, float thickn
 KShape* KShape::DashDotOf(KShapeEffectDashDotData const& data, float thickness) const
 {
     FlatShape const flat(*this, data.steps);
-    auto* result = new KShape;
-    KShapeArrayList const arrays(flat.Get());
-    for (KShapeArray const* array : arrays.Each<KShapeArray>()) {
-        std::unique_ptr<KShape> const part(array->DashDotOf(data, thickness));
-        result->TakePoints(*part);
-    }
-    return result;
+    return EachSubpath(KShapeArrayList(flat.Get()),
+                       [&](KShapeArray const& array) { return array.DashDotOf(data, thickness); });
 }
 
 } // namespace ombrelune

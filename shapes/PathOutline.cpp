@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "image/Saturate.h"
+#include "shapes/EachSubpath.h"
 #include "shapes/FlatShape.h"
 #include "shapes/KShapeArray.h"
 #include "shapes/KStyle.h"
@@ -157,17 +158,13 @@ KShape* KShapeArray::OutlineOf(KPenStyle const& pen) const
 
 KShape* KShape::OutlineOf(KShapeEffectOutlineData const& data) const
 {
-    auto* result = new KShape;
     KPenStyle const& pen = data.pen;
-    if (GetCount() < 2 || !(pen.thickness > 0.0F)) return result;
+    if (GetCount() < 2 || !(pen.thickness > 0.0F)) return new KShape;
     FlatShape const flat(*this, data.steps);
     bool const dashed = pen.dash.lineType > 0;
     std::unique_ptr<KShape> const dashes(dashed ? flat.Get()->DashDotOf(pen.dash, pen.thickness) : nullptr);
-    KShapeArrayList const arrays(dashed ? dashes.get() : flat.Get());
-    for (KShapeArray const* array : arrays.Each<KShapeArray>()) {
-        std::unique_ptr<KShape> const part(array->OutlineOf(pen));
-        if (part) result->TakePoints(*part);
-    }
+    KShape* const result = EachSubpath(KShapeArrayList(dashed ? dashes.get() : flat.Get()),
+                                       [&](KShapeArray const& array) { return array.OutlineOf(pen); });
     if (pen.winding != 0)
         for (KShapePoint* p = result->GetFirstPoint(); p; p = p->next) p->winding = pen.winding;
     return result;

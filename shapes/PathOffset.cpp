@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "shapes/ClipperPaths.h"
+#include "shapes/EachSubpath.h"
 #include "shapes/FlatShape.h"
 #include "shapes/KShapeArray.h"
 #include "shapes/Turn.h"
@@ -80,13 +81,7 @@ KShape* KShape::OffsetOf(KShapeEffectOffsetData const& data) const
             OffsetPaths(paths, ToJoinType(data.joinType), double{data.offset} * kClipperScale),
             kClipperScale);
     }
-    auto* result = new KShape;
-    KShapeArrayList const arrays(flat.Get());
-    for (KShapeArray* array : arrays.Each<KShapeArray>()) {
-        std::unique_ptr<KShape> const part(array->OffsetOf(data));
-        result->TakePoints(*part);
-    }
-    return result;
+    return EachSubpath(KShapeArrayList(flat.Get()), [&](KShapeArray& array) { return array.OffsetOf(data); });
 }
 
 KShape* KShape::ReplicateOf(KShapeEffectReplicateData const& data) const

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "image/PixelMath.h"
 #include "shapes/FlatShape.h"
@@ -79,12 +80,12 @@ KShape* KShape::FlattenOf(int steps) const
     return flat;
 }
 
-ShapeArrays KShape::ConvertTo(float offsetX, float offsetY, float scaleX, float scaleY, int steps) const
+ShapeArrays KShape::ConvertTo(double offsetX, double offsetY, double scaleX, double scaleY, int steps) const
 {
     ShapeArrays arrays;
     int start = 0;
-    auto const add = [&](float x, float y, ShapeWindingMode winding) {
-        int const i = static_cast<int>(arrays.points.size()), row = TruncateToInt(y);
+    auto const add = [&](double x, double y, ShapeWindingMode winding) {
+        int const i = static_cast<int>(arrays.points.size()), row = TruncateToInt(std::floor(y));
         arrays.points.push_back({x, y, row, static_cast<std::uint8_t>(winding)});
         arrays.indices.push_back({row, i, i - 1, i + 1});
     };
@@ -102,7 +103,7 @@ ShapeArrays KShape::ConvertTo(float offsetX, float offsetY, float scaleX, float 
         },
         [&](auto const& table, auto const& points, KShapePoint const& end) {
             for (auto const& weights : table) {
-                float x = 0.0F, y = 0.0F;
+                double x = 0.0, y = 0.0;
                 for (std::size_t i = 0; i < points.size(); ++i) {
                     x += scaleX * weights[i] * points[i].x;
                     y += scaleY * weights[i] * points[i].y;

@@ -1,4 +1,3 @@
-#include <cmath>
 #include <memory>
 
 #include <tesselator.h>
@@ -7,19 +6,6 @@
 #include "shapes/KShapeArray.h"
 
 namespace ombrelune {
-
-namespace {
-
-constexpr float kFarthest = 1e12F; // products of coordinates must stay finite in single floats
-
-bool IsBounded(KShapeArray const& array)
-{
-    for (KVector2 const& p : array.points)
-        if (!(std::abs(p.x) <= kFarthest && std::abs(p.y) <= kFarthest)) return false;
-    return true;
-}
-
-} // namespace
 
 KShape* KShape::TriangulateOf(KShapeEffectTriangulateData const& data) const
 {
@@ -31,7 +17,7 @@ KShape* KShape::TriangulateOf(KShapeEffectTriangulateData const& data) const
                                                                           tessDeleteTess);
     KShapeArrayList const arrays(this);
     for (KShapeArray const* array : arrays.Each<KShapeArray>())
-        if (IsBounded(*array))
+        if (array->IsBounded())
             tessAddContour(tess.get(), 2, array->points.data(), sizeof(KVector2), array->GetCount());
     if (!tessTesselate(tess.get(), TESS_WINDING_ODD, TESS_POLYGONS, 3, 2, nullptr)) return result;
 

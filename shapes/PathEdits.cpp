@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <optional>
 
 #include "image/KMath.h"
+#include "shapes/EachSubpath.h"
 #include "shapes/FlatShape.h"
 #include "shapes/KShapeArray.h"
 
@@ -16,23 +16,12 @@ namespace {
 constexpr double kLeastDistance = 0.0001, kMostSamples = 1 << 20;
 constexpr float kFullTurn = 6.2831855F;
 
-/// What an operation makes of each subpath, one after the other.
-template <class Operation> KShape* EachSubpath(KShape const& shape, Operation const& operation)
-{
-    auto* result = new KShape;
-    KShapeArrayList const arrays(&shape);
-    for (KShapeArray const* array : arrays.Each<KShapeArray>()) {
-        std::unique_ptr<KShape> const part(operation(*array));
-        result->TakePoints(*part);
-    }
-    return result;
-}
-
 } // namespace
 
 KShape* KShape::ResampleOf(KShapeEffectResampleData const& data) const
 {
-    return EachSubpath(*this, [&](KShapeArray const& array) { return array.ResampleOf(data); });
+    return EachSubpath(KShapeArrayList(this),
+                       [&](KShapeArray const& array) { return array.ResampleOf(data); });
 }
 
 KShape* KShapeArray::ResampleOf(KShapeEffectResampleData const& data) const
@@ -66,7 +55,8 @@ KShape* KShapeArray::ResampleOf(KShapeEffectResampleData const& data) const
 
 KShape* KShape::SmoothOf(float smooth, float curvature) const
 {
-    return EachSubpath(*this, [&](KShapeArray const& array) { return array.SmoothOf(smooth, curvature); });
+    return EachSubpath(KShapeArrayList(this),
+                       [&](KShapeArray const& array) { return array.SmoothOf(smooth, curvature); });
 }
 
 KShape* KShapeArray::SmoothOf(float smooth, float curvature) const
@@ -89,8 +79,9 @@ KShape* KShapeArray::SmoothOf(float smooth, float curvature) const
 KShape* KShape::ZigZagOf(ShapeZigZagType type, float offset, int steps, float distance) const
 {
     FlatShape const flat(*this, 16);
-    return EachSubpath(
-        *flat.Get(), [&](KShapeArray const& array) { return array.ZigZagOf(type, offset, steps, distance); });
+    return EachSubpath(KShapeArrayList(flat.Get()), [&](KShapeArray const& array) {
+        return array.ZigZagOf(type, offset, steps, distance);
+    });
 }
 
 KShape* KShapeArray::ZigZagOf(ShapeZigZagType type, float offset, int steps, float /*distance*/) const
@@ -121,7 +112,8 @@ KShape* KShapeArray::ZigZagOf(ShapeZigZagType type, float offset, int steps, flo
 KShape* KShape::KillOf(KShapeEffectKillData const& data) const
 {
     FlatShape const flat(*this, data.steps);
-    return EachSubpath(*flat.Get(), [&](KShapeArray const& array) { return array.KillOf(data); });
+    return EachSubpath(KShapeArrayList(flat.Get()),
+                       [&](KShapeArray const& array) { return array.KillOf(data); });
 }
 
 KShape* KShapeArray::KillOf(KShapeEffectKillData const& data) const
@@ -154,7 +146,8 @@ KShape* KShape::OffsetStartOf(float part) const
 {
     if (part == 0.0F || !IsClosed(false)) return CopyOf();
     FlatShape const flat(*this, 16);
-    return EachSubpath(*flat.Get(), [&](KShapeArray const& array) { return array.OffsetStartOf(part); });
+    return EachSubpath(KShapeArrayList(flat.Get()),
+                       [&](KShapeArray const& array) { return array.OffsetStartOf(part); });
 }
 
 KShape* KShapeArray::OffsetStartOf(float part) const
