@@ -63,11 +63,12 @@ template <class T> T& Target(KEffect& effect, std::uint32_t id)
 /// What an angle's target holds for so many degrees of its input.
 inline float Degrees(double degrees) { return static_cast<float>(-degrees * std::numbers::pi / 180.0); }
 
-/// A tool's bare effect by the name of its class, with what a test sets: `ToolUnderTest("BF_Invert").Set("InTy"_id,
-/// 1).On(*picture)`. Copies share the effect. What a tool does not have throws.
+/// A tool's bare effect by the name of its class, with what a test sets:
+/// `ToolUnderTest("BF_Invert").Set("InTy"_id, 1).On(*picture)`. Copies share the effect. What a tool does not
+/// have throws.
 ///
-/// A warp also has a picture of 40 x 20 pixels, whose places reach from (0, 0) to (1, 0.5), and its angles and
-/// points stand where their inputs do.
+/// A warp also has a picture of 40 x 20 pixels, whose places reach from (0, 0) to (1, 0.5), and its angles
+/// and points stand where their inputs do.
 class ToolUnderTest {
 public:
     explicit ToolUnderTest(char const* tool, bool byRows = true)
@@ -111,7 +112,10 @@ public:
     Picture On(KImage& source) { return Apply(Image(), source); }
     /// A single colour of a float picture, or of one of 16 bits.
     KColor OfFloat(KColor const& color) { return ColorAt(*On(*Plain(kDepthFloat, color, 2, 2)), 1, 1); }
-    KColor32 OfInt(KColor32 const& color) { return WordsAt(*On(*Plain(kDepthInt16, KColor(color), 2, 2)), 1, 1); }
+    KColor32 OfInt(KColor32 const& color)
+    {
+        return WordsAt(*On(*Plain(kDepthInt16, KColor(color), 2, 2)), 1, 1);
+    }
     /// Result for frames in their slots, null for a missing one; the first is the source too.
     Picture On(std::vector<KImage*> const& frames, float time = 0.0F, KProcessImageData data = {})
     {
@@ -119,7 +123,8 @@ public:
         data.bottomUp = true;
         data.depth = frames[0]->IsFloat() ? 2 : 1;
         for (std::size_t i = 0; i < frames.size(); ++i)
-            Image().SetImage(static_cast<int>(i), frames[i] ? new KImage(frames[i]->FImage(), false) : nullptr);
+            Image().SetImage(static_cast<int>(i),
+                             frames[i] ? new KImage(frames[i]->FImage(), false) : nullptr);
         return Apply(Image(), *frames[0], data);
     }
     /// Times that it asks for at a time; kNoFrame for an empty slot.
@@ -150,7 +155,9 @@ public:
         return isFound ? std::optional(source) : std::nullopt;
     }
 
-    /// What an artist's change of an input makes of others: "shown", "hidden", "= 7" or a label.
+    /// What an artist's change of an input makes of others: "shown", "hidden", a label, both as "shown,
+    /// Label", or
+    /// "= 7".
     std::map<std::uint32_t, std::string> Change(std::uint32_t id, int value)
     {
         KParameterValue given;
@@ -160,10 +167,11 @@ public:
         std::map<std::uint32_t, std::string> told;
         for (KMessage const* message : messages->Each<KMessage>()) {
             ParameterOf(*effect_, message->target);
-            told[message->target] = message->type == KMsg_Name    ? message->value.text.String()
-                                    : message->type == KMsg_Value ? fmt::format("= {}", message->value.intValue)
-                                    : message->value.intValue > 0 ? "shown"
-                                                                  : "hidden";
+            std::string& text = told[message->target];
+            if (message->type == KMsg_Name)
+                text += (text.empty() ? "" : ", ") + std::string(message->value.text.String());
+            else if (message->type == KMsg_Value) text = fmt::format("= {}", message->value.intValue);
+            else text = message->value.intValue > 0 ? "shown" : "hidden";
         }
         return told;
     }
