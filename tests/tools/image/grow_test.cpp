@@ -172,7 +172,8 @@ TEST(CleanEdges, KeepsTheInside)
                           {7, 0, 1, 9, 9, 9, 1, 5, 1, 3},
                           {7, 1, 2, 9, 1, 9, 2, 4, 1, 3},
                           {7, 2, 90, 90, 90, 90, 3, 3, 2, 2},
-                          {6, 2, 90, 90, 0, 0, 2, 2, 0, 4}};
+                          {6, 2, 90, 90, 0, 0, 2, 2, 0, 4},
+                          {7, 2, 90, 0, 0, 0, 3, 6, 0, 4}};
     for (Case const& c : cases) {
         for (int depth : {kDepthInt16, kDepthFloat}) {
             Picture const source = MakeBusyPicture(depth, c.width, 5);
