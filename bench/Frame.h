@@ -5,26 +5,9 @@
 #include <memory>
 
 #include "bench/Floor.h"
-#include "framework/Registration.h"
+#include "tests/framework/ToolUnderTest.h"
 
 namespace ombrelune::bench {
-
-/// One frame: a destination from the pool, the engine, its steps on the worker threads.
-inline std::unique_ptr<KImage> RunFrame(KEffectImage& effect, KImage& source, KProcessImageData data)
-{
-    data.depth = source.IsFloat() ? 2 : 1;
-    KImage* destination = source.LikeOf(-1, -1, -1.0F, -1.0F);
-    effect.SetData(data);
-    {
-        auto const engine = MakeEngine(&source, &destination, &effect, data);
-        for (int step = 0; step < engine->GetStepCount(); ++step) {
-            engine->Init(step);
-            ParallelFor(engine->GetThreadCount(step), [&](int chunk) { engine->DoThread(chunk, step); });
-            engine->Done(step);
-        }
-    }
-    return std::unique_ptr<KImage>(destination);
-}
 
 using MakeEffect = std::function<std::unique_ptr<KEffect>()>;
 using Check = std::function<bool(KImage const& source, KImage const& result)>;
@@ -49,8 +32,10 @@ inline Prepare Frame(MakeEffect const& make, Check const& check, KProcessImageDa
         auto source = std::make_shared<KImage>(Ref<Image>::Share(row.picture.Get()).Release(), true);
         std::shared_ptr<KEffect> const effect = make();
         auto* const image = dynamic_cast<KEffectImage*>(effect.get());
-        if (!check(*source, *RunFrame(*image, *source, data))) return nullptr;
-        return [image, source, data, owner = effect] { RunFrame(*image, *source, data); };
+        KProcessImageData timed = data;
+        timed.depth = source->IsFloat() ? 2 : 1;
+        if (!check(*source, *test::Apply(*image, *source, timed))) return nullptr;
+        return [image, source, timed, owner = effect] { test::Apply(*image, *source, timed); };
     };
 }
 
@@ -64,11 +49,7 @@ template <class... T> MakeEffect Tool(char const* name, Setting<T>... settings)
 {
     return [=] {
         auto effect = FindEffectFactory(name)->makeRowForm();
-        [[maybe_unused]] auto const set = [&]<class V>(Setting<V> const& setting) {
-            for (KParameter* parameter : effect->parameters.template Each<KParameter>())
-                if (parameter->id[0] == setting.id) *static_cast<V*>(parameter->target) = setting.value;
-        };
-        (set(settings), ...);
+        ((test::Target<T>(*effect, settings.id) = settings.value), ...);
         return effect;
     };
 }

@@ -53,7 +53,7 @@ Prepare OpenCv(MakeEffect const& make, std::function<Run(KEffectWarp&, KImage co
         auto const source = std::make_shared<KImage>(Ref<Image>::Share(row.picture.Get()).Release(), true);
         std::unique_ptr<KEffect> const effect = make();
         auto& warp = dynamic_cast<KEffectWarp&>(*effect);
-        std::unique_ptr<KImage> const expected = RunFrame(warp, *source, {});
+        std::unique_ptr<KImage> const expected = test::Apply(warp, *source);
         warp.Init(source.get());
         Run const run = prepare(warp, *source);
         auto const target = std::shared_ptr<KImage>(source->CopyOf());

@@ -27,6 +27,13 @@ inline std::string Slurp(fs::path const& path)
     return text.str();
 }
 
+/// A command that must not work: its status, and a part of what it says.
+struct Mistake {
+    char const* arguments;
+    int status;
+    char const* says;
+};
+
 /// The built program in a folder of its own that is empty at the start and gone at the end.
 class Cli : public testing::Test {
 protected:
@@ -52,6 +59,14 @@ protected:
         int const status = std::system(line.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Slurp(folder / "stdout.txt"),
                 Slurp(folder / "stderr.txt")};
+    }
+
+    void ExpectMistake(std::string const& arguments, Mistake const& mistake) const
+    {
+        SCOPED_TRACE(arguments);
+        Ended const ended = Run(arguments);
+        EXPECT_EQ(ended.status, mistake.status);
+        EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
     }
 
     void Write(char const* name, std::string const& text) const { std::ofstream(folder / name) << text; }
@@ -94,13 +109,6 @@ protected:
     }
 
     fs::path folder;
-};
-
-/// A command that must not work: its status, and a part of what it says.
-struct Mistake {
-    char const* arguments;
-    int status;
-    char const* says;
 };
 
 } // namespace ombrelune

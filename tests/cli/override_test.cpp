@@ -89,12 +89,8 @@ TEST_F(Cli, MistakesInValuesAreAnswered)
         {"--print N.Output", 2, "there is no tool 'N' in the flow"},
         {"--csv", 2, "--print"},
     };
-    for (Mistake const& mistake : mistakes) {
-        SCOPED_TRACE(mistake.arguments);
-        Ended const ended = Run("render flow.comp " + std::string(mistake.arguments));
-        EXPECT_EQ(ended.status, mistake.status);
-        EXPECT_NE(ended.errors.find(mistake.says), std::string::npos) << ended.errors;
-    }
+    for (Mistake const& mistake : mistakes)
+        ExpectMistake("render flow.comp " + std::string(mistake.arguments), mistake);
 }
 
 TEST_F(Cli, WhatAGroupShowsIsSetAndPrinted)

@@ -10,7 +10,7 @@
 #include "framework/Registration.h"
 #include "host/image/BufferPool.h"
 #include "host/render/Renderer.h"
-#include "tests/framework/EffectRunner.h"
+#include "tests/framework/ToolUnderTest.h"
 
 namespace ombrelune {
 namespace {

@@ -41,17 +41,6 @@ TEST(Parameters, CompoundsAreNumberedFromElevenWhateverLiesBetween)
     EXPECT_EQ(effect.At(4).group, 12);
 }
 
-TEST(Parameters, SubIdentifiersOfAColorEndInItsChannels)
-{
-    Declared const effect;
-    KParameter const& tint = effect.At(1);
-    EXPECT_EQ(tint.id[1], "TinG"_id);
-    EXPECT_EQ(tint.id[2], "TinB"_id);
-    EXPECT_EQ(tint.id[3], "TinA"_id);
-    EXPECT_EQ(effect.At(4).id[1], "SpHi"_id);
-    EXPECT_EQ(effect.At(2).maximum, 32767.0F);
-}
-
 TEST(Messages, NumbersRoundBeforeTheyTruncate)
 {
     EXPECT_EQ(KMessage(KMsg_Value, 1, 2.6F).value.intValue, 3);

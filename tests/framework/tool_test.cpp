@@ -3,7 +3,7 @@
 #include "framework/KObjectType.h"
 #include "framework/Registration.h"
 #include "host/render/Renderer.h"
-#include "tests/framework/EffectRunner.h"
+#include "tests/framework/ToolUnderTest.h"
 
 namespace ombrelune {
 namespace {
@@ -447,16 +447,6 @@ TEST(ToolRender, MultiThreadingOffGivesTheSameBytes)
     Picture const threaded = flow.Render(0.0);
     flow.Set("Domultithreading", 0.0);
     EXPECT_TRUE(SameBytes(*flow.Render(0.0), *threaded));
-}
-
-TEST(ToolRender, AMissingPictureIsReportedByInput)
-{
-    Flow flow("BF_TestColor");
-    flow.op->MainInput(1)->ConnectTo(nullptr);
-    Renderer renderer(flow.document, {});
-    RenderResult const result = renderer.Evaluate(*flow.op->FindOutput("Output"), 0.0);
-    ASSERT_TRUE(result.problem);
-    EXPECT_EQ(result.problem->text, "Tool1.Image has no picture: connect an output to it");
 }
 
 TEST(ToolRender, NumbersThatAreNotFiniteStopAtTheDoor)

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/KEffectWarp.h"
-#include "tests/framework/EffectRunner.h"
+#include "tests/framework/ToolUnderTest.h"
 
 namespace ombrelune {
 namespace {

@@ -94,7 +94,7 @@ TEST(Parser, TextsInEveryForm)
         {"[==[ ]=] ]] \\n ]==]", "\" ]=] ]] \\n \""},
         {"{ [ [[k]] ] = 1 }", "@1{\"k\":1}"},
         {"\"raw \xff\0 bytes\""sv, "\"raw \xff\0 bytes\""sv},
-        {"\"\\300\"", "f:1: \\300 is more than a byte; the largest is \\255"},
+        {"\"\\256\"", "f:1: \\256 is more than a byte; the largest is \\255"},
         {"{\n'a\\qb'", "f:2: '\\q' is no escape; write \\\\ for a backslash"},
         {"'\\x4'", "f:1: \\x takes two hexadecimal digits"},
         {"'\\u{80000000}'", "f:1: \\u takes hexadecimal digits in braces, at most \\u{7fffffff}"},

@@ -128,28 +128,6 @@ TEST(Blur, SoftenSharpenAndBlendAreMixesOfThePictureAndItsGaussian)
     }
 }
 
-TEST(Blur, OnlyTheNamedChannelsChangeAndSizeZeroChangesNothing)
-{
-    for (int depth : kAllDepths) {
-        Ref<Image> image = MakeNoise(19, 12, depth, {kChannelVelocityX});
-        Ref<Image> alphaOnly = Blurred(*image, kBlurGaussian, 5.0, 5.0,
-                                       {{Blur_Red, 0}, {Blur_Green, 0}, {Blur_Blue, 0}, {Blur_Alpha, 1}});
-        int changed = 0;
-        for (int y = 0; y < 12; ++y) {
-            for (int x = 0; x < 19; ++x) {
-                auto const before = At<FltPixel>(*image, x, y), after = At<FltPixel>(*alphaOnly, x, y);
-                EXPECT_EQ(before.red, after.red);
-                EXPECT_EQ(before.blue, after.blue);
-                EXPECT_EQ(before.Aux(kChannelVelocityX), after.Aux(kChannelVelocityX));
-                changed += before.alpha != after.alpha;
-            }
-        }
-        EXPECT_GT(changed, 200);
-        for (BlurFilter filter : {kBlurBox, kBlurSoften, kBlurBartlett, kBlurSharpen, kBlurGaussian})
-            EXPECT_TRUE(SameBytes(*Blurred(*image, filter, 0.0, 0.0), *image)) << filter;
-    }
-}
-
 TEST(Blur, AHighlightLeavesNoTraceBeyondItsReach)
 {
     Ref<Image> spread = Blurred(*Impulse(1001, 60000.0F), kBlurGaussian, 20.0, 0.0);

@@ -55,33 +55,6 @@ TEST(Sampler, AgreesWithTheWeightedMeanAtEveryDepthAndEdge)
     }
 }
 
-TEST(Sampler, AWholePlaceGivesThePixelItselfUpToTheLastColumnAndRow)
-{
-    for (int depth : kAllDepths) {
-        Ref<Image> image = MakeNoise(6, 4, depth, {kChannelVelocityX, kChannelVelocityY});
-        Ref<Image> plain = MakeNoise(6, 4, depth);
-        for (Image const* source : {image.Get(), plain.Get()}) {
-            for (int y = 0; y < 4; ++y) {
-                for (int x = 0; x < 6; ++x) {
-                    auto const integer = At<Pixel>(*source, x, y);
-                    auto const real = At<FltPixel>(*source, x, y);
-                    for (EdgeModes edges : kAllEdges) {
-                        Pixel i;
-                        FltPixel f;
-                        Sample(*source, x << 16, y << 16, edges, i);
-                        Sample(*source, x << 16, y << 16, edges, f);
-                        for (int word = 0; word < 4; ++word) {
-                            ASSERT_EQ(i.word[word], integer.word[word]);
-                            ASSERT_EQ(f.word[word], real.word[word]);
-                        }
-                        ASSERT_EQ(f.Aux(kChannelVelocityY), real.Aux(kChannelVelocityY));
-                    }
-                }
-            }
-        }
-    }
-}
-
 TEST(Sampler, AuxiliaryWordsAreInterpolatedInsideAndLeftAloneOutside)
 {
     Ref<Image> image = MakeImage(2, 1, kDepthFloat, {kChannelVelocityX});

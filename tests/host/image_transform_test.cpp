@@ -73,20 +73,5 @@ TEST(Transform, WidePixelsTurnInSquareUnits)
     EXPECT_NEAR(At<FltPixel>(*turned, 16, 24).red, 1.0F, 1e-4);
 }
 
-TEST(Transform, OneThreadDoesWhatManyDo)
-{
-    Ref<Image> image = MakeNoise(61, 47, kDepthInt16);
-    for (EdgeModes edges : kAllEdges) {
-        for (double scale : {0.3, 1.7}) {
-            SetThreadCount(1);
-            Ref<Image> one = image->TransformOf(0.4, 0.7, 0.5, 0.5, scale, scale, 33.0, edges);
-            SetThreadCount(3);
-            Ref<Image> many = image->TransformOf(0.4, 0.7, 0.5, 0.5, scale, scale, 33.0, edges);
-            SetThreadCount(0);
-            EXPECT_TRUE(SameBytes(*one, *many));
-        }
-    }
-}
-
 } // namespace
 } // namespace ombrelune

@@ -100,21 +100,6 @@ TEST(Pictures, ComeBackWithTheSameValuesWhereTheFormatHoldsThem)
     }
 }
 
-TEST(Pictures, EightBitsFitIntoHalf)
-{
-    TemporaryFolder const folder;
-    Ref<Image> const image = TestImage(37, 70, kDepthInt8);
-    ASSERT_FALSE(WritePicture(*image, folder / "a.exr"));
-    Ref<Image> const read = ReadOrFail(folder / "a.exr");
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->Depth(), kDepthHalf);
-    for (int y = 0; y < 70; ++y)
-        for (int x = 0; x < 37; ++x)
-            for (int i = 0; i < 4; ++i)
-                ASSERT_EQ(PixelCodec<std::uint8_t>::FromInt(At(read, x, y).word[i]),
-                          At(image, x, y).word[i] / 257);
-}
-
 TEST(Pictures, TenBitDpxBecomesSixteenBits)
 {
     TemporaryFolder const folder;

@@ -27,25 +27,6 @@ template <class Function> void OverGrid(int steps, Function f)
             for (int b = 0; b <= steps; ++b) f(at(r), at(g), at(b));
 }
 
-TEST(ColorModels, EveryColourComesBackFromHlsAndHsv)
-{
-    OverGrid(24, [](float r, float g, float b) {
-        float h, l, s, v, red, green, blue;
-        RGBtoHLS(r, g, b, h, l, s);
-        EXPECT_TRUE(h >= 0 && h <= 1 && s >= 0 && s <= 1.000001F);
-        HLStoRGB(h, l, s, red, green, blue);
-        ASSERT_NEAR(red, r, 3e-6F);
-        ASSERT_NEAR(green, g, 3e-6F);
-        ASSERT_NEAR(blue, b, 3e-6F);
-        RGBtoHSV(r, g, b, h, s, v);
-        EXPECT_TRUE(h >= 0 && h <= 1.000001F && s >= 0 && s <= 1);
-        HSVtoRGB(h, s, v, red, green, blue);
-        ASSERT_NEAR(red, r, 3e-6F);
-        ASSERT_NEAR(green, g, 3e-6F);
-        ASSERT_NEAR(blue, b, 3e-6F);
-    });
-}
-
 TEST(ColorModels, HandWorkedValues)
 {
     struct Row {
@@ -186,17 +167,6 @@ TEST(KColor32, InverseAndHlsFollowTheFloats)
     EXPECT_EQ(KColor32(60000, 30000, 2, 7).Inverse(2), KColor32(1, 30001, 59999, 7));
     EXPECT_EQ(KColor32(65535, 0, 0, 7).Inverse(2), KColor32(0, 43690, 43690, 7)) << "limited";
     EXPECT_EQ(KColor32(65535, 0, 0, 12345).CorrectHLS(1 / 3.0F, 0, 0, 1, 1, 1), KColor32(0, 65535, 0, 12345));
-}
-
-TEST(KColor32, CalcColorLendsTheExcessOfAGain)
-{
-    KColor32 c(1000, 2000, 3000, 4000);
-    // One gain of 1.5: an excess of 32767 goes to all; 0.5 x 2000 + 0.5 + 32767.
-    c.CalcColor({1.5F, 0.5F, 0, 9});
-    EXPECT_EQ(c, KColor32(33767, 33767, 32767, 4000));
-    c = {1000, 2000, 3000, 70000};
-    c.CalcColor({0.5F, 1, 0.25F, 1});
-    EXPECT_EQ(c, KColor32(500, 2000, 750, 65535));
 }
 
 TEST(ScaledProduct, IsTheRoundedProduct)

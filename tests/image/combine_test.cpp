@@ -59,25 +59,6 @@ TEST(CombineImages, AColourBeyondRangeIsWorkedInFloatsAndLimited)
     EXPECT_EQ(At<Pixel>(*target, 2, 1).alpha, 0U);
 }
 
-TEST(ChannelStyle, TellsWhatCanShareAPass)
-{
-    ChannelStyle a, b;
-    EXPECT_TRUE(a.IsRenderCompatibleWith(&b));
-    b.color.red = 1;
-    EXPECT_FALSE(a.IsRenderCompatibleWith(&b)) << "colours differ";
-    a.type = b.type = 1;
-    EXPECT_TRUE(a.IsRenderCompatibleWith(&b)) << "bitmaps do not look at the colour";
-    b.blurPasses = 2.0;
-    EXPECT_FALSE(a.IsRenderCompatibleWith(&b));
-
-    EXPECT_FALSE(ChannelStyle().RequiresNewImage(0, 0, 0, 0));
-    bool const needed[] = {false, false, true, false, true, true}; // by recycle type, for b 0, c 1, d 0
-    for (int type = 0; type < 6; ++type) {
-        a.recycleType = type;
-        EXPECT_EQ(a.RequiresNewImage(1, 0, 1, 0), needed[type]) << type;
-    }
-}
-
 TEST(ChannelStyle, BitmapPlacesAreTurnedAndScaledAboutTheMiddle)
 {
     // Twice the size, a quarter turn: what is at 0.5, 0.5 of the bitmap stays the end of the way.

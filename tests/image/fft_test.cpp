@@ -29,18 +29,5 @@ TEST(Fft, AgreesWithTheSumOfEveryFrequency)
     }
 }
 
-TEST(Fft, ShortInputIsFilledAndLongInputRefused)
-{
-    KFft fft(6); // raised to 8
-    EXPECT_EQ(fft.GetCount(), 8);
-    double const values[9] = {1, 1, 1, 1, 1, 1, 1, 1, 1};
-    fft.CopyIn(values, 8);
-    fft.CopyIn(values, 4);
-    double const nine[9] = {};
-    fft.CopyIn(nine, 9);
-    fft.Transform();
-    EXPECT_NEAR(fft.GetIntensity(0), 4.0 / std::sqrt(8.0), 1e-12);
-}
-
 } // namespace
 } // namespace ombrelune

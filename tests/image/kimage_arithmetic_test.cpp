@@ -182,24 +182,6 @@ TEST(KImageArithmetic, ThreadsDoNotMatter)
     SetThreadCount(0);
 }
 
-TEST(KImageArithmetic, NeutralNumbersLeaveTheImage)
-{
-    for (int depth : {kDepthInt16, kDepthFloat}) {
-        Owned const image = NoiseImage(9, 9, depth), before(image->CopyOf()),
-                    other = NoiseImage(9, 9, depth, 2);
-        image->Multiply(1.0F);
-        image->Multiply(2.0F);
-        image->BlendWith(other.get(), 0.0F);
-        image->BlendWith(other.get(), -1.0F);
-        EXPECT_TRUE(SameBytes(*image, *before));
-        image->BlendWith(other.get(), 1.0F);
-        EXPECT_TRUE(SameBytes(*image, *other));
-        image->Multiply(0.0F);
-        other->Clear();
-        EXPECT_TRUE(SameBytes(*image, *other));
-    }
-}
-
 TEST(KImageCopy, ConvertsBetweenDepthsAndChannels)
 {
     for (int from : kAllDepths) {
@@ -216,23 +198,6 @@ TEST(KImageCopy, ConvertsBetweenDepthsAndChannels)
                     ASSERT_EQ(q.Aux(kChannelVelocityY), p.Aux(kChannelVelocityY));
                     ASSERT_EQ(q.Aux(kChannelVelocityX), 0.0F);
                 }
-            }
-        }
-    }
-}
-
-TEST(KImageCopy, OneLineIsOneLine)
-{
-    for (int depth : kAllDepths) {
-        Owned const source = NoiseImage(8, 4, depth, 5, {kChannelVelocityX});
-        Owned const target = NoiseImage(8, 4, depth, 6, {kChannelVelocityX}), before(target->CopyOf());
-        target->CopyLineFrom(source.get(), 2);
-        for (int y = 0; y < 4; ++y) {
-            for (int x = 0; x < 8; ++x) {
-                auto const p = At<FltPixel>(y == 2 ? *source : *before, x, y),
-                           q = At<FltPixel>(*target, x, y);
-                for (int i = 0; i < 4; ++i) ASSERT_EQ(p.word[i], q.word[i]);
-                ASSERT_EQ(p.Aux(kChannelVelocityX), q.Aux(kChannelVelocityX));
             }
         }
     }

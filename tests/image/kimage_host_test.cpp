@@ -22,15 +22,6 @@ TEST(ConvertSpace, KnowsItsNumbersAndTakesAnyOtherAsRgb)
     }
 }
 
-TEST(Levels, SpreadTheChosenChannels)
-{
-    Owned const image = NoiseImage(5, 5, kDepthFloat), before(image->CopyOf());
-    image->Levels(0.0, 1.0, 0, 32767, 3, 3); // alpha alone
-    auto const p = At<FltPixel>(*image, 2, 1), old = At<FltPixel>(*before, 2, 1);
-    EXPECT_NEAR(p.alpha, std::min(old.alpha * 65535 / 32767, 1.0F), 1e-6F);
-    EXPECT_EQ(p.red, old.red);
-}
-
 TEST(BlurOf, CountsIn720thsAndKeepsOtherChannels)
 {
     Owned const image = NoiseImage(72, 40, kDepthFloat);
@@ -58,16 +49,6 @@ TEST(BlurOf, CountsIn720thsAndKeepsOtherChannels)
                       PixelGetChannel(At<FltPixel>(*expected, 30, 20), channel));
         }
     }
-}
-
-TEST(ResizeOf, CopiesAtItsOwnSize)
-{
-    Owned const image = NoiseImage(12, 8, kDepthInt16);
-    EXPECT_TRUE(SameBytes(*Owned(image->ResizeOf(12, 8)), *image));
-    Owned const half(image->ResizeOf(6, 4));
-    EXPECT_EQ(half->Width(), 6);
-    EXPECT_NEAR(half->GetSamples(0, 0, {}, 0, 0).red, image->GetSamples(0, 0, {}, 0, 0).red, 1e-4F);
-    EXPECT_EQ(image->ResizeOf(0, 4), nullptr);
 }
 
 TEST(TransformOf, CopiesWhenNothingMoves)

@@ -36,24 +36,6 @@ TEST(KImageOwnership, AnOwnerLetsGoAndAGuestDoesNot)
     EXPECT_EQ(KImage::ImageFromHost(nullptr, true), nullptr);
 }
 
-TEST(KImageOwnership, AReleasedImageOutlivesItsWrapper)
-{
-    Image* host;
-    {
-        KImage image(41, 9, 1.0F, false);
-        host = image.FImage();
-        image.FImageRelease();
-    }
-    std::byte const* const pixels = host->MainRow(0);
-    EXPECT_FALSE(IsFree(pixels, 41, 9));
-    KSAFE_USE(host);
-    host->Recycle();
-    EXPECT_FALSE(IsFree(pixels, 41, 9));
-    KSAFE_RECYCLE(host);
-    EXPECT_EQ(host, nullptr);
-    EXPECT_TRUE(IsFree(pixels, 41, 9));
-}
-
 TEST(KImage, NewImagesTakeTheirFormatFromWhatIsAskedFor)
 {
     KImage const plain(20, 10, 1.0F, false);
@@ -133,20 +115,6 @@ TYPED_TEST(KImageEdges, EveryAccessorFollowsItsRule)
             }
         }
     }
-}
-
-TEST(KImage, SetSampleSafeIgnoresTheOutside)
-{
-    Owned const image = NoiseImage(4, 3, kDepthInt16), before(image->CopyOf());
-    Pixel red;
-    red.Clear();
-    red.red = 65535;
-    for (int y = -2; y < 5; ++y)
-        for (int x = -2; x < 7; ++x)
-            if (x < 0 || y < 0 || x > 3 || y > 2) image->SetSampleSafe(x, y, red);
-    EXPECT_TRUE(SameBytes(*image, *before));
-    image->SetSampleSafe(3, 2, red);
-    EXPECT_EQ(At<Pixel>(*image, 3, 2).red, 65535U);
 }
 
 TEST(KImageRegion, GrowsAndStaysEmptyUntilThen)

@@ -49,29 +49,6 @@ TEST(KRange, InnerRangeFallsOffToTheEnds)
     EXPECT_EQ(limited.high, 1.0F);
 }
 
-TEST(KTween, EasesBetweenTheEndsInEitherDirection)
-{
-    float const quarter[] = {0.25F, 0.0625F, 0.4375F, 0.15625F, 0.25F};
-    for (int shape = 0; shape < 5; ++shape) {
-        EXPECT_EQ(KTween(3, 2, 6, shape), quarter[shape]) << shape;
-        EXPECT_EQ(KTween(5, 6, 2, shape), quarter[shape]) << shape;
-        EXPECT_EQ(KTween(1, 2, 6, shape), 0.0F);
-        EXPECT_EQ(KTween(7, 6, 2, shape), 0.0F);
-        EXPECT_EQ(KTween(1, 6, 2, shape), 1.0F);
-    }
-    EXPECT_EQ(KTween(0.5F, 1, 1, 3), 0.0F);
-    EXPECT_EQ(KTween(1, 1, 1, 3), 1.0F);
-}
-
-TEST(SolveQuadratic, GivesTheRootsOfItsFactors)
-{
-    float x1, x2;
-    ASSERT_TRUE(SolveQuadratic(2, -2, -12, x1, x2)); // 2 (x - 3)(x + 2)
-    EXPECT_EQ(x1, 3.0F);
-    EXPECT_EQ(x2, -2.0F);
-    EXPECT_FALSE(SolveQuadratic(1, 0, 1, x1, x2));
-}
-
 TEST(KRandom, IsTheStreamOfTheCLibrary)
 {
     srandom(5);
@@ -101,27 +78,6 @@ TEST(KRandom, SeedsDiscardTheirRestBy97)
     for (int i = 0; i < 31; ++i) random();
     EXPECT_EQ(first, static_cast<float>(static_cast<double>(random()) / 2147483648.0));
     KRandomTimeSeed(-1e30F, 3);
-}
-
-TEST(KRandom, VectorsDrawTheirComponentsInOrder)
-{
-    srandom(7);
-    float drawn[6];
-    for (float& d : drawn) d = static_cast<float>(random()) / 2147483648.0F;
-    Ksrand(7);
-    EXPECT_EQ(KVector3(-1, 2, 4).RandomizePos(), KVector3(drawn[0], 2 * drawn[1], 4 * drawn[2]));
-    EXPECT_EQ(KVector3(-1, 2, 4).RandomizeNegPos(),
-              KVector3(-1 + 2 * drawn[3], -2 + 4 * drawn[4], -4 + 8 * drawn[5]));
-}
-
-TEST(KString, EmptyTextsAreNull)
-{
-    KString text("abc");
-    text.Set("");
-    EXPECT_EQ(text.Text(), nullptr);
-    EXPECT_EQ(text.Size(), 0);
-    EXPECT_EQ(KString(nullptr).Text(), nullptr);
-    EXPECT_EQ(text.Concatenate(nullptr, ""), nullptr);
 }
 
 TEST(KString, JoinsAndNumbers)
@@ -169,24 +125,6 @@ std::vector<int> Numbers(KList const& list)
     return numbers;
 }
 
-TEST(KList, KeepsItemsInOrderBothWays)
-{
-    KList list;
-    auto* const two = list.AddFirst(new Item(2));
-    list.AddAfter(nullptr, new Item(1));
-    list.AddBefore(nullptr, new Item(4));
-    list.AddAfter(two, new Item(3));
-    list.AddBefore(list.First(), new Item(0));
-    list.AddLast(new Item(5));
-    EXPECT_EQ(Numbers(list), (std::vector<int>{0, 1, 2, 3, 4, 5}));
-    EXPECT_EQ(list.Search(two), 2U);
-    EXPECT_EQ(list.Nth(2), two);
-    EXPECT_EQ(list.Nth(6), nullptr);
-    EXPECT_EQ(list.Nth(-1), nullptr);
-    EXPECT_EQ(KList::NodeNth(two, 3), list.Last());
-    EXPECT_EQ(KList::NodeNth(two, 4), nullptr);
-}
-
 TEST(KList, RemovingHandsTheItemToTheCaller)
 {
     int deleted = 0;
@@ -210,19 +148,6 @@ TEST(KList, RemovingHandsTheItemToTheCaller)
     EXPECT_EQ(single.RemoveNode(&item), &item);
     EXPECT_EQ(single.RemoveFirst(), nullptr);
     EXPECT_EQ(single.RemoveLast(), nullptr);
-}
-
-TEST(SafeDelete, SkipsNullAndClears)
-{
-    int deleted = 0;
-    auto* item = new Item(1, &deleted);
-    KSAFE_DELETE(item);
-    KSAFE_DELETE(item);
-    EXPECT_EQ(item, nullptr);
-    std::vector<Item*> items{new Item(1, &deleted), nullptr, new Item(2, &deleted)};
-    KSAFE_DELETE_VECTOR(items);
-    EXPECT_TRUE(items.empty());
-    EXPECT_EQ(deleted, 3);
 }
 
 } // namespace

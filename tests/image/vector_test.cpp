@@ -62,14 +62,6 @@ TEST(KVector2, OffsetLiesToTheRightOfTheWay)
     EXPECT_EQ(here.Offset({0, 5}, {0, 5}, 1), here) << "a way that turns back";
 }
 
-TEST(KVector2, OffsetKeepsItsDistanceFromBothEdges)
-{
-    KVector2 const before(-2, 1), here(3, -1), after(7, 6);
-    KVector2 const moved = here.Offset(before, after, 0.75F);
-    for (KVector2 const edge : {here - before, after - here})
-        EXPECT_NEAR(edge.Normalize() ^ (moved - here), -0.75F, 1e-5F);
-}
-
 TEST(KVector2, LinesMeetOnBothUnlessParallel)
 {
     KVector2 const here(0, 0), a(2, 2);
@@ -84,16 +76,6 @@ TEST(KVector2, LinesMeetOnBothUnlessParallel)
     EXPECT_FALSE(here.Intersect(a, {2, 0}, {2, 1}, out, true));
 }
 
-TEST(KVector2, APolygonIsClockwise)
-{
-    KVector2 const clockwise[] = {{0, 0}, {0, 2}, {2, 2}, {2, 0}};
-    EXPECT_TRUE(KVector2(1, 1).InPolygon(clockwise, 4));
-    EXPECT_TRUE(KVector2(0, 1).InPolygon(clockwise, 4)) << "on an edge";
-    EXPECT_FALSE(KVector2(3, 1).InPolygon(clockwise, 4));
-    KVector2 const counter[] = {{0, 0}, {2, 0}, {2, 2}, {0, 2}};
-    EXPECT_FALSE(KVector2(1, 1).InPolygon(counter, 4));
-}
-
 TEST(CatmullRom, PassesThroughItsInnerPointsAndKeepsLinesStraight)
 {
     KVector2 const p0(0, 1), p1(2, 3), p2(5, -1), p3(6, 6);
@@ -104,33 +86,6 @@ TEST(CatmullRom, PassesThroughItsInnerPointsAndKeepsLinesStraight)
               KVector2((-0 + 18 + 45 - 6) / 16.0F, (-1 + 27 - 9 - 6) / 16.0F));
     KVector3 const step(1, 2, 4);
     EXPECT_EQ(KVector3().CatmullRom(step, 2.0F * step, 3.0F * step, 0.25F), 1.25F * step);
-}
-
-TEST(KVector3, SelectsTheAxesOfALength)
-{
-    KVector3 const v(-3, 4, -12);
-    float const lengths[] = {13, 5, std::sqrt(160.0F), std::sqrt(153.0F), 3, 4, 12, 13};
-    for (int axes = 0; axes < 8; ++axes) EXPECT_FLOAT_EQ(v.LengthSelective(axes), lengths[axes]) << axes;
-    EXPECT_EQ(KVector3(1, 1, 1).DistanceSelective({4, 9, 9}, 4), 3.0F);
-}
-
-TEST(KVector3, CrossesTheGround)
-{
-    EXPECT_EQ(KVector3(0, 4, 2).CutZ({3, 1, -1}), KVector3(2, 2, 0));
-    EXPECT_EQ(KVector3(1, 2, 3).CutZ({5, 5, 3}), KVector3(1, 2, 3)) << "level";
-}
-
-TEST(KVector3, CrossProductIsRightHandedAndAcross)
-{
-    EXPECT_EQ(KVector3(1, 0, 0) ^ KVector3(0, 1, 0), KVector3(0, 0, 1));
-    KVector3 const a(1, -2, 3), b(4, 0.5F, -1);
-    EXPECT_EQ((a ^ b) * a, 0.0F);
-    EXPECT_EQ((a ^ b) * b, 0.0F);
-    KVector3 v = a;
-    v += 1.0F;
-    EXPECT_EQ(v, KVector3(2, -1, 4));
-    for (int i = 0; i < 3; ++i) v[i] = static_cast<float>(i);
-    EXPECT_EQ(v, KVector3(0, 1, 2));
 }
 
 } // namespace

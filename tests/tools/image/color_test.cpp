@@ -5,58 +5,18 @@
 #include <gtest/gtest.h>
 
 #include "framework/Registration.h"
-#include "tests/framework/EffectRunner.h"
+#include "tests/framework/Expect.h"
 
 namespace ombrelune {
 namespace {
 
 using namespace test;
 
-/// A tool's effect with what the tests set, run over single colours.
-class ColorTool {
-public:
-    explicit ColorTool(char const* tool) : effect_(FindEffectFactory(tool)->makeRowForm()) {}
-
-    template <class T> ColorTool& Set(std::uint32_t id, T const& value)
-    {
-        Target<T>(*effect_, id) = value;
-        return *this;
-    }
-    KEffect& Effect() { return *effect_; }
-
-    KColor OfFloat(KColor const& c)
-    {
-        Picture const source = MakePicture(kDepthFloat, 2, 2, [&](int, int) { return c; });
-        return ColorAt(*Apply(Image(), *source), 1, 1);
-    }
-    KColor32 OfInt(KColor32 const& c)
-    {
-        Picture const source = MakePicture(kDepthInt16, 2, 2, [&](int, int) { return KColor(c); });
-        return WordsAt(*Apply(Image(), *source), 1, 1);
-    }
-
-private:
-    KEffectImage& Image() { return dynamic_cast<KEffectImage&>(*effect_); }
-    std::unique_ptr<KEffect> effect_;
-};
-
-void ExpectNear(KColor const& actual, KColor const& expected, double limit = 2e-6)
-{
-    EXPECT_NEAR(actual.red, expected.red, limit);
-    EXPECT_NEAR(actual.green, expected.green, limit);
-    EXPECT_NEAR(actual.blue, expected.blue, limit);
-    EXPECT_NEAR(actual.alpha, expected.alpha, limit);
-}
-
-std::string Text(KColor32 const& c) { return fmt::format("{} {} {} {}", c.red, c.green, c.blue, c.alpha); }
-
-void ExpectSame(KColor32 const& actual, KColor32 const& expected) { EXPECT_EQ(Text(actual), Text(expected)); }
-
 // Invert.
 
 TEST(Invert, ColorLuminanceAndHueKeepAlpha)
 {
-    ColorTool invert("BF_Invert");
+    ToolUnderTest invert("BF_Invert");
     // The mirror of the luminance is 2 / 3 of the sum: 0.4, and 4000 of integers, where it truncates.
     KColor const c(0.2F, 0.3F, 0.1F, 0.25F);
     KColor32 const w(1000, 2000, 3001, 30000);
@@ -87,7 +47,7 @@ TEST(Color, CombinesAllFourChannels)
         {3, {0.2F, 0.125F, 0.0F, 0.5F}, {19999, 4999, 0, 65535}},
         {4, {0.8F, 2.0F, 0.25F, 0.5F}, {1, 1, 10000, 1}},
     };
-    ColorTool color("BF_Color");
+    ToolUnderTest color("BF_Color");
     color.Set("ColR"_id, KColor(0.5F, 0.25F, 0.0F, 1.0F));
     for (Case const& each : cases) {
         SCOPED_TRACE(each.type);
@@ -101,28 +61,28 @@ TEST(Color, CombinesAllFourChannels)
 
 TEST(HueSaturation, NeutralSettingsCopyTheSource)
 {
-    ColorTool tool("BF_HueSaturation");
+    ToolUnderTest tool("BF_HueSaturation");
     // Through HLS and back these would be limited.
     EXPECT_EQ(tool.OfFloat({-1.0F, 2.0F, 0.3F, 5.0F}), KColor(-1.0F, 2.0F, 0.3F, 5.0F));
 }
 
 TEST(HueSaturation, TurnsScalesAndColorizes)
 {
-    ColorTool turn("BF_HueSaturation");
+    ToolUnderTest turn("BF_HueSaturation");
     turn.Set("sHue"_id, 1.0F / 3.0F);
     ExpectNear(turn.OfFloat({1.0F, 0.0F, 0.0F, 0.5F}), {0.0F, 1.0F, 0.0F, 0.5F});
     ExpectSame(turn.OfInt({0, 0, 65535, 30000}), {65535, 0, 0, 30000});
 
-    ColorTool grey("BF_HueSaturation");
+    ToolUnderTest grey("BF_HueSaturation");
     grey.Set("sSaM"_id, 0.0F);
     ExpectNear(grey.OfFloat({0.75F, 0.25F, 0.5F, 1.0F}), {0.5F, 0.5F, 0.5F, 1.0F});
 
-    ColorTool lights("BF_HueSaturation");
+    ToolUnderTest lights("BF_HueSaturation");
     lights.Set("sLiM"_id, 0.5F).Set("sLig"_id, 0.25F);
     ExpectNear(lights.OfFloat({1.0F, 1.0F, 1.0F, 1.0F}), {0.75F, 0.75F, 0.75F, 1.0F});
 
     // Red, at the colour's own lightness 0.5 and saturation 1.
-    ColorTool colorize("BF_HueSaturation");
+    ToolUnderTest colorize("BF_HueSaturation");
     colorize.Set("cCol"_id, true);
     ExpectNear(colorize.OfFloat({0.0F, 0.0F, 1.0F, 1.0F}), {1.0F, 0.0F, 0.0F, 1.0F});
 }
@@ -131,7 +91,7 @@ TEST(HueSaturation, TurnsScalesAndColorizes)
 
 TEST(Threshold, IsAHardStepOfAllFourChannels)
 {
-    ColorTool step("BF_Threshold");
+    ToolUnderTest step("BF_Threshold");
     // Luminance is the mean of the largest and the smallest: 0.6, and exactly the threshold.
     ExpectNear(step.OfFloat({1.0F, 0.2F, 0.5F, 0.1F}), {1.0F, 1.0F, 1.0F, 1.0F});
     ExpectNear(step.OfFloat({0.75F, 0.25F, 0.5F, 0.1F}), {0.0F, 0.0F, 0.0F, 0.0F});
@@ -158,7 +118,7 @@ TEST(Threshold, RampsRepeatAndEndWhereTheLastRepeatEnds)
     };
     for (Case const& each : cases) {
         SCOPED_TRACE(fmt::format("repeat {} ping-pong {}", each.repeat, each.pingPong));
-        ColorTool ramp("BF_Threshold");
+        ToolUnderTest ramp("BF_Threshold");
         ramp.Set("SoRe"_id, 0.2F).Set("ReRe"_id, each.repeat).Set("RePR"_id, each.pingPong);
         EXPECT_NEAR(ramp.OfFloat({0.5F, 0.5F, 0.5F, 1.0F}).green, each.middle, 3e-6);
         EXPECT_NEAR(ramp.OfFloat({0.7F, 0.7F, 0.7F, 1.0F}).alpha, each.end, 1e-6);
@@ -168,7 +128,7 @@ TEST(Threshold, RampsRepeatAndEndWhereTheLastRepeatEnds)
 
 TEST(Threshold, WithoutLocksEachChannelGoesItsOwnWay)
 {
-    ColorTool each("BF_Threshold");
+    ToolUnderTest each("BF_Threshold");
     each.Set("ThCh"_id, 5).Set("ThLo"_id, false).Set("SoLo"_id, false);
     each.Set("ThGr"_id, 0.9F).Set("ThAl"_id, 0.1F).Set("SoBl"_id, 0.5F);
     // Blue: (0.625 - 0.5 + 0.25) / 0.5 = 0.75.
@@ -179,18 +139,18 @@ TEST(Threshold, WithoutLocksEachChannelGoesItsOwnWay)
 
 // Match Color.
 
-void SetRow(ColorTool& tool, unsigned row, KColor const& is, KColor const& shouldBe, int match = 0)
+void SetRow(ToolUnderTest& tool, unsigned row, KColor const& is, KColor const& shouldBe, int match = 0)
 {
     tool.Set("CSR0"_id + row, is).Set("CDR0"_id + row, shouldBe).Set("CTy0"_id + row, match);
 }
 
-KColor Grey(float v) { return {v, v, v, 0.0F}; }
+KColor Bare(float v) { return {v, v, v, 0.0F}; }
 
 TEST(MatchColor, OneColorShiftsAndTwoScale)
 {
-    ColorTool tool("BF_MatchColor");
-    SetRow(tool, 0, Grey(0.2F), {0.3F, 0.2F, 0.0F, 0.0F});
-    SetRow(tool, 2, Grey(0.8F), {0.9F, 0.5F, 1.0F, 0.0F});
+    ToolUnderTest tool("BF_MatchColor");
+    SetRow(tool, 0, Bare(0.2F), {0.3F, 0.2F, 0.0F, 0.0F});
+    SetRow(tool, 2, Bare(0.8F), {0.9F, 0.5F, 1.0F, 0.0F});
     tool.Set("CoNu"_id, 0);
     ExpectNear(tool.OfFloat({0.5F, 0.5F, 0.5F, 0.7F}), {0.6F, 0.5F, 0.3F, 0.7F});
     tool.Set("CoNu"_id, 1);
@@ -199,23 +159,23 @@ TEST(MatchColor, OneColorShiftsAndTwoScale)
 
 TEST(MatchColor, ThreeColorsBendByAPower)
 {
-    ColorTool tool("BF_MatchColor");
-    SetRow(tool, 1, Grey(0.5F), Grey(0.25F)); // a gamma of 2 between 0 and 1
+    ToolUnderTest tool("BF_MatchColor");
+    SetRow(tool, 1, Bare(0.5F), Bare(0.25F)); // a gamma of 2 between 0 and 1
     ExpectNear(tool.OfFloat({0.5F, 0.25F, -0.5F, 0.3F}), {0.25F, 0.0625F, -0.5F, 0.3F});
     // The table counts in 65536ths: 0.5 becomes 0.25, and 65535 / 65536 squared falls just short of 65534.1.
     ExpectSame(tool.OfInt({32768, 16384, 65535, 1234}), {16384, 4096, 65534, 1234});
 
-    SetRow(tool, 1, Grey(0.5F), Grey(0.5F)); // in proportion: a straight line
+    SetRow(tool, 1, Bare(0.5F), Bare(0.5F)); // in proportion: a straight line
     ExpectNear(tool.OfFloat({0.3F, 0.6F, 0.9F, 1.0F}), {0.3F, 0.6F, 0.9F, 1.0F});
-    SetRow(tool, 1, Grey(0.5F), Grey(1.5F)); // not between: no curve
+    SetRow(tool, 1, Bare(0.5F), Bare(1.5F)); // not between: no curve
     ExpectNear(tool.OfFloat({0.3F, 0.6F, 0.9F, 1.0F}), {0.3F, 0.6F, 0.9F, 1.0F});
-    SetRow(tool, 2, Grey(0.0F), Grey(1.0F)); // no span to scale by
+    SetRow(tool, 2, Bare(0.0F), Bare(1.0F)); // no span to scale by
     ExpectNear(tool.OfFloat({0.3F, 0.6F, 0.9F, 1.0F}), {0.3F, 0.6F, 0.9F, 1.0F});
 }
 
 TEST(MatchColor, TintKeepsTheLightnessAndLuminanceTheColor)
 {
-    ColorTool tool("BF_MatchColor");
+    ToolUnderTest tool("BF_MatchColor");
     tool.Set("CoNu"_id, 0);
     // Lightness 0.3 against 0.5.
     SetRow(tool, 0, {0.6F, 0.5F, 0.4F, 0.0F}, {0.6F, 0.2F, 0.1F, 0.0F}, 1);
@@ -230,7 +190,7 @@ TEST(MatchColor, TintKeepsTheLightnessAndLuminanceTheColor)
 
 TEST(ReplaceColor, ShiftsTheSelectedColorsAndBlendsAtTheEdge)
 {
-    ColorTool tool("BF_ReplaceColor");
+    ToolUnderTest tool("BF_ReplaceColor");
     tool.Set("CoSR"_id, KColor(0.5F, 0.5F, 0.5F, 1.0F)).Set("CoRe"_id, 0.2F);
     // Inside 26214 to 39321 the whole of 0.2 (13107) is added; the softness is 6553 wide.
     ExpectSame(tool.OfInt({30000, 32768, 32768, 65535}), {43107, 32768, 32768, 65535});
@@ -245,7 +205,7 @@ TEST(ReplaceColor, ShiftsTheSelectedColorsAndBlendsAtTheEdge)
 
 TEST(ReplaceColor, WithoutCorrectionItCopiesUnlessTheSelectionIsWanted)
 {
-    ColorTool tool("BF_ReplaceColor");
+    ToolUnderTest tool("BF_ReplaceColor");
     tool.Set("CoSR"_id, KColor(0.5F, 0.5F, 0.5F, 1.0F));
     EXPECT_EQ(tool.OfFloat({0.123F, 7.0F, -1.0F, 0.3F}), KColor(0.123F, 7.0F, -1.0F, 0.3F));
     tool.Set("SeAl"_id, 1);
@@ -255,7 +215,7 @@ TEST(ReplaceColor, WithoutCorrectionItCopiesUnlessTheSelectionIsWanted)
 
 TEST(ReplaceColor, AHueRangeMayCrossZero)
 {
-    ColorTool tool("BF_ReplaceColor");
+    ToolUnderTest tool("BF_ReplaceColor");
     tool.Set("CoSR"_id, KColor(1.0F, 0.0F, 0.0F, 1.0F)).Set("SeAl"_id, 1);
     // Hues 0.97 and 0.03 at lightness 0.5 and saturation 1, and green far away.
     for (KParameter* parameter : tool.Effect().parameters.Each<KParameter>())
@@ -280,7 +240,7 @@ std::map<std::uint32_t, float> ValuesSet(KEffect& effect, std::uint32_t id, floa
 
 TEST(ReplaceColor, ButtonsWorkWithTheNewestColors)
 {
-    ColorTool tool("BF_ReplaceColor");
+    ToolUnderTest tool("BF_ReplaceColor");
     ValuesSet(tool.Effect(), "CoSR"_id, 0.25F);
     ValuesSet(tool.Effect(), "CoDG"_id, 0.5F);
     auto const corrections = ValuesSet(tool.Effect(), "CoMa"_id, 1.0F);
@@ -296,34 +256,6 @@ TEST(ReplaceColor, ButtonsWorkWithTheNewestColors)
     EXPECT_EQ(full.at("SeBL"_id), 0.0F);
     EXPECT_EQ(full.at("SeBH"_id), 1.0F);
     EXPECT_EQ(full.at("SeGR"_id), 1.0F);
-}
-
-// Visibility.
-
-std::map<std::uint32_t, bool> Shown(char const* tool, std::uint32_t id, int value)
-{
-    ColorTool owner(tool);
-    KParameterValue given;
-    given.floatValue = static_cast<float>(value);
-    given.intValue = value;
-    std::unique_ptr<KMessageList> const messages(owner.Effect().AffectInputs(id, given));
-    std::map<std::uint32_t, bool> shown;
-    for (KMessage const* message : messages->Each<KMessage>())
-        if (message->type == KMsg_Visibility) shown[message->target] = message->value.intValue > 0;
-    return shown;
-}
-
-TEST(ColorTools, ChoicesShowWhatTheyNeed)
-{
-    EXPECT_FALSE(Shown("BF_Threshold", "ReLo"_id, 1).at("RePB"_id));
-    EXPECT_TRUE(Shown("BF_Threshold", "ThLo"_id, 0).at("ThAl"_id));
-    auto const two = Shown("BF_MatchColor", "CoNu"_id, 1);
-    EXPECT_FALSE(two.at("CSR1"_id)) << "two colours are the shadows and the highlights";
-    EXPECT_TRUE(two.at("CDR2"_id));
-    EXPECT_TRUE(Shown("BF_ReplaceColor", "SeTy"_id, 1).at("SeGH"_id));
-    EXPECT_FALSE(Shown("BF_ReplaceColor", "SeTy"_id, 1).at("SeLR"_id));
-    EXPECT_FALSE(Shown("BF_ReplaceColor", "SeTy"_id, 0).at("SeWi"_id));
-    EXPECT_FALSE(Shown("BF_ReplaceColor", "SeLS"_id, 0).at("SeSo"_id));
 }
 
 } // namespace

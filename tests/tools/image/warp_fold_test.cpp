@@ -6,7 +6,7 @@
 #include <set>
 #include <vector>
 
-#include "tests/tools/image/WarpTool.h"
+#include "tests/framework/Expect.h"
 
 namespace ombrelune {
 namespace {
@@ -15,7 +15,7 @@ using namespace test;
 
 TEST(Radial, MovesAlongTheRaysByAConstant)
 {
-    WarpTool tool("BF_Radial");
+    ToolUnderTest tool("BF_Radial");
     ExpectIdentity(tool);
     tool.Set("RaOX"_id, 0.1F);
     ExpectAt(
@@ -25,7 +25,7 @@ TEST(Radial, MovesAlongTheRaysByAConstant)
 
 TEST(LensDistortion, PinsCornersUnlessAScaleIsSet)
 {
-    WarpTool tool("BF_LensDistortion");
+    ToolUnderTest tool("BF_LensDistortion");
     // Squared distances: 0.3125 to a corner, 0.25 to the middle of a side. The factor in the centre is
     // 1 - (0.5 + 0.15625) 0.3125 = 0.794921875, and 0.15625 more at the side.
     ExpectAt(tool, {{{1, 0.5F}, {1, 0.5F}},
@@ -56,13 +56,13 @@ TEST(Spherize, DeformsByType)
     };
     for (Case const& each : cases) {
         SCOPED_TRACE(each.type);
-        WarpTool tool("BF_Spherize");
+        ToolUnderTest tool("BF_Spherize");
         tool.Set("BeTy"_id, each.type).Set("SpIt"_id, 1);
         if (each.type == 1) tool.Set("SpRa"_id, 0.5F); // 0.15 of 0.25
         ExpectAt(tool, {each.inside, {each.outside, each.outside}});
     }
     // Each axis by itself: 0.6 and 0 of the way out.
-    WarpTool tool("BF_Spherize");
+    ToolUnderTest tool("BF_Spherize");
     tool.Set("BeTy"_id, 3).Set("SpIt"_id, 1).Set("SpLo"_id, false).Set("SpDV"_id, 0.0F);
     ExpectAt(tool, {{{0.8F, 0.55F}, {0.68F, 0.55F}}});
     tool.Set("SpDH"_id, 0.0F);
@@ -84,7 +84,7 @@ TEST(Spherize, CurvesIterate)
                           {3, w3, 2 * std::asin(w3) / M_PI}};
     for (Case const& each : cases) {
         SCOPED_TRACE(each.algorithm);
-        WarpTool tool("BF_Spherize");
+        ToolUnderTest tool("BF_Spherize");
         tool.Set("BeTy"_id, 0).Set("BeAl"_id, each.algorithm).Set("SpDH"_id, 1.0F).Set("SpIt"_id, 1);
         ExpectAt(tool, {{{0.8F, 0.25F}, {static_cast<float>(0.5 + 0.3 * each.once), 0.25F}}});
         tool.Set("SpIt"_id, 2);
@@ -94,7 +94,7 @@ TEST(Spherize, CurvesIterate)
 
 TEST(Offset, MovesByTheMap)
 {
-    WarpTool tool("BF_Offset");
+    ToolUnderTest tool("BF_Offset");
     EXPECT_FALSE(tool.Init()) << "without a map";
     // Red 1 and lightness 0.5 on the left, all 0 on the right; a map of another size.
     Picture const map = MakePicture(
@@ -111,7 +111,7 @@ TEST(Offset, MovesByTheMap)
 
 TEST(Bend, IsStraightOnALine)
 {
-    WarpTool tool("BF_Bend");
+    ToolUnderTest tool("BF_Bend");
     ExpectIdentity(tool, 2e-6);
     tool.Set("BeSt"_id, KVector2(0.2F, 0.1F))
         .Set("BeMi"_id, KVector2(0.3F, 0.1F))
@@ -138,16 +138,16 @@ TEST(Bend, IsStraightOnALine)
 TEST(Bend, LaysThePictureOnARing)
 {
     // An arch about (0.5, 0.2) of radius 0.2, and its band from 0.1 to 0.3.
-    WarpTool arch("BF_Bend");
+    ToolUnderTest arch("BF_Bend");
     arch.Set("BeSt"_id, KVector2(0.3F, 0.2F))
         .Set("BeMi"_id, KVector2(0.5F, 0.4F))
         .Set("BeEn"_id, KVector2(0.7F, 0.2F));
     arch.Set("BeSV"_id, 0.4F);
-    WarpTool ring("BF_Bend");
+    ToolUnderTest ring("BF_Bend");
     ring.Set("BeTy"_id, 1).Set("BeSt"_id, KVector2(0.5F, 0.2F)).Set("BeRa"_id, 0.2F).Set("BeSV"_id, 0.4F);
     // The left end lies on the cut of the angles; just above it all is clear.
     float const low = 1e-5F;
-    for (WarpTool* each : {&arch, &ring})
+    for (ToolUnderTest* each : {&arch, &ring})
         ExpectAt(
             *each,
             {{{0.5F, 0.4F}, {0.5F, 0.25F}}, {{0.2F, 0.2F + low}, {0.0F, 0.5F}}, {{0.6F, 0.2F}, {1.0F, 0.0F}}},
@@ -163,7 +163,7 @@ TEST(Bend, LaysThePictureOnARing)
         .Set("BeMi"_id, KVector2(0.5F, 0.2F))
         .Set("BeEn"_id, KVector2(0.7F, 0.4F));
     ring.Set("BeSt"_id, KVector2(0.5F, 0.4F)).Set("BeAS"_id, Degrees(-180));
-    for (WarpTool* each : {&arch, &ring})
+    for (ToolUnderTest* each : {&arch, &ring})
         ExpectAt(
             *each,
             {{{0.5F, 0.1F}, {0.5F, 0.0F}}, {{0.5F, 0.3F}, {0.5F, 0.5F}}, {{0.7F, 0.4F - low}, {1.0F, 0.25F}}},
@@ -183,7 +183,7 @@ bool IsInTriangle(KVector2 const& p, float r)
 TEST(Kaleidoscope, ClassicRepeatsOneTriangleAndNeverTearsIt)
 {
     float const r = 0.25F;
-    WarpTool tool("BF_Kaleidoscope");
+    ToolUnderTest tool("BF_Kaleidoscope");
     tool.Set("SoCe"_id, KVector2(0, 0)).Set("Cent"_id, KVector2(0, 0));
     tool.Init();
     std::mt19937 random(7);
@@ -191,9 +191,9 @@ TEST(Kaleidoscope, ClassicRepeatsOneTriangleAndNeverTearsIt)
     for (int i = 0; i < 20000; ++i) {
         KVector2 const a(place(random), place(random)), b = a + KVector2(step(random), step(random));
         KVector2 sourceA, sourceB, again;
-        tool.Effect().F(sourceA, a);
-        tool.Effect().F(sourceB, b);
-        tool.Effect().F(again, sourceA);
+        tool.Warp().F(sourceA, a);
+        tool.Warp().F(sourceB, b);
+        tool.Warp().F(again, sourceA);
         ASSERT_TRUE(IsInTriangle(sourceA, r)) << a.x << ", " << a.y;
         ASSERT_LE(sourceA.Distance(sourceB), a.Distance(b) + 1e-5F) << a.x << ", " << a.y;
         ASSERT_NEAR(again.Distance(sourceA), 0.0F, 1e-5F) << "the triangle shows itself";
@@ -208,7 +208,7 @@ TEST(Kaleidoscope, ClassicRepeatsOneTriangleAndNeverTearsIt)
 TEST(Kaleidoscope, PlacesScaleAndTurnOnBothSides)
 {
     // Without a radius nothing is folded: what is left are the two placements.
-    WarpTool tool("BF_Kaleidoscope");
+    ToolUnderTest tool("BF_Kaleidoscope");
     tool.Set("Leng"_id, 0.0F).Set("Cent"_id, KVector2(0.5F, 0.2F)).Set("SoCe"_id, KVector2(0.3F, 0.1F));
     tool.Set("Size"_id, 2.0F).Set("SoSi"_id, 0.5F);
     ExpectAt(tool, {{{0.6F, 0.4F}, {0.4F, 0.3F}}});
@@ -220,7 +220,7 @@ TEST(Kaleidoscope, PlacesScaleAndTurnOnBothSides)
 
 TEST(Kaleidoscope, FancyFoldsAnglesAndLengths)
 {
-    WarpTool tool("BF_Kaleidoscope");
+    ToolUnderTest tool("BF_Kaleidoscope");
     tool.Set("Type"_id, 1)
         .Set("Cent"_id, KVector2(0, 0))
         .Set("SoCe"_id, KVector2(0, 0))
@@ -241,7 +241,7 @@ TEST(Kaleidoscope, FancyFoldsAnglesAndLengths)
 }
 
 /// Source tile of each tile by the place of its centre; -1 without one.
-std::vector<int> Tiles(WarpTool& tool, int columns, int rows)
+std::vector<int> Tiles(ToolUnderTest& tool, int columns, int rows)
 {
     std::vector<int> tiles;
     for (int i = 0; i < columns * rows; ++i) {
@@ -266,7 +266,7 @@ void SeedAsShuffle(unsigned seed)
 TEST(Shuffle, SlidesAHole)
 {
     for (unsigned seed : {0U, 1U, 77U}) {
-        WarpTool tool("BF_Shuffle");
+        ToolUnderTest tool("BF_Shuffle");
         tool.Set("SEED"_id, static_cast<int>(seed)).Set("SuHo"_id, 4).Set("SuVe"_id, 3).Set("Amnt"_id, 0.0F);
         SeedAsShuffle(seed);
         int hole = static_cast<int>(random() % 12);
@@ -294,7 +294,7 @@ TEST(Shuffle, SlidesAHole)
 
 TEST(Shuffle, SwapsRandomTiles)
 {
-    WarpTool tool("BF_Shuffle");
+    ToolUnderTest tool("BF_Shuffle");
     tool.Set("Type"_id, 1).Set("SEED"_id, 5).Set("SuHo"_id, 4).Set("SuVe"_id, 3).Set("Amnt"_id, 9.0F);
     SeedAsShuffle(5);
     std::vector<int> expected;
@@ -310,7 +310,7 @@ TEST(Shuffle, SwapsRandomTiles)
 
 TEST(Shuffle, TheLastColumnAndRowBelongToTheLastTiles)
 {
-    WarpTool tool("BF_Shuffle");
+    ToolUnderTest tool("BF_Shuffle");
     tool.Set("Type"_id, 1).Set("Amnt"_id, 40.0F);
     for (float other : {0.05F, 0.31F, 0.49F}) {
         auto const side = tool.At({1.0F, other}), nearSide = tool.At({0.9999F, other});
@@ -325,7 +325,7 @@ TEST(Shuffle, TheLastColumnAndRowBelongToTheLastTiles)
 
 TEST(Remap, KnowsItsDirections)
 {
-    WarpTool tool("BF_Remap");
+    ToolUnderTest tool("BF_Remap");
     tool.Set("Outp"_id, 0);
     ExpectIdentity(tool);
     // Probe from longitudes. The middle of the ball looks along z, which is the middle of the picture.
@@ -345,7 +345,7 @@ TEST(Remap, KnowsItsDirections)
 
 TEST(Remap, GoesThereAndBack)
 {
-    WarpTool toSpherical("BF_Remap"), toProbe("BF_Remap");
+    ToolUnderTest toSpherical("BF_Remap"), toProbe("BF_Remap");
     toProbe.Set("Inpu"_id, 1).Set("Outp"_id, 0);
     for (float x : {0.02F, 0.2F, 0.5F, 0.61F, 0.97F}) {
         for (float y : {0.03F, 0.25F, 0.4F, 0.46F}) {

@@ -5,7 +5,7 @@
 #include <map>
 #include <string>
 
-#include "tests/tools/image/WarpTool.h"
+#include "tests/framework/Expect.h"
 
 namespace ombrelune {
 namespace {
@@ -14,7 +14,7 @@ using namespace test;
 
 TEST(Transform, TurnsLeftAboutTheAxisThenScalesAndMoves)
 {
-    WarpTool tool("BF_Transform");
+    ToolUnderTest tool("BF_Transform");
     ExpectIdentity(tool);
     // A quarter turn to the left: what shows to the right of the axis (0.5, 0.25) was below it.
     tool.Set("Angl"_id, Degrees(90));
@@ -34,7 +34,7 @@ TEST(Transform, TurnsLeftAboutTheAxisThenScalesAndMoves)
 
 TEST(RelativeTransform, ScalesAboutAPointOfTheMeasuredBox)
 {
-    WarpTool tool("BF_RelativeTransform");
+    ToolUnderTest tool("BF_RelativeTransform");
     tool.Set("SizX"_id, 2.0F).Set("SizY"_id, 2.0F);
     ExpectIdentity(tool); // nothing in range
     // White from (10, 4) to (19, 7): a box of (10, 4) to (20, 8) pixels, (0.25, 0.1) to (0.5, 0.2).
@@ -42,7 +42,7 @@ TEST(RelativeTransform, ScalesAboutAPointOfTheMeasuredBox)
         for (int x = 10; x < 20; ++x) {
             FltPixel white;
             white.red = white.green = white.blue = white.alpha = 1.0F;
-            tool.Picture().SetPixel(x, y, white);
+            tool.Source().SetPixel(x, y, white);
         }
     }
     ExpectAt(tool, {{{0.375F, 0.15F}, {0.375F, 0.15F}}, {{0.475F, 0.05F}, {0.425F, 0.1F}}}, 2e-6);
@@ -54,7 +54,7 @@ TEST(RelativeTransform, ScalesAboutAPointOfTheMeasuredBox)
 
 TEST(DirectionalScale, ScalesOneSideAlongItsAxis)
 {
-    WarpTool tool("BF_DirectionalScale");
+    ToolUnderTest tool("BF_DirectionalScale");
     ExpectAt(tool, {{{0.6F, 0.35F}, {0.52F, 0.35F}}, {{0.4F, 0.35F}, {0.4F, 0.35F}}});
     tool.Set("SizY"_id, 2.0F);
     ExpectAt(tool, {{{0.6F, 0.35F}, {0.52F, 0.3F}}});
@@ -74,7 +74,7 @@ TEST(DirectionalScale, ScalesOneSideAlongItsAxis)
 
 TEST(Mirror, ReflectsTheLeftOfItsLine)
 {
-    WarpTool tool("BF_Mirror");
+    ToolUnderTest tool("BF_Mirror");
     tool.Set("MirL"_id, KVector2(0.0F, 0.1F)).Set("MirR"_id, KVector2(1.0F, 0.1F));
     ExpectAt(tool, {{{0.3F, 0.3F}, {0.3F, -0.1F}}, {{0.3F, 0.05F}, {0.3F, 0.05F}}});
     tool.Set("MirL"_id, KVector2(1.0F, 0.1F)).Set("MirR"_id, KVector2(0.0F, 0.1F));
@@ -90,7 +90,7 @@ TEST(Mirror, ReflectsTheLeftOfItsLine)
 
 TEST(Shear, SlantsWhatLiesBeyondTheAxis)
 {
-    WarpTool tool("BF_Shear");
+    ToolUnderTest tool("BF_Shear");
     // The axis points up from (0.5, 0.25); a shear of 1 leans to the right by as much as it is high.
     Pair const above{{0.5F, 0.35F}, {0.4F, 0.35F}}, below{{0.5F, 0.15F}, {0.5F, 0.15F}};
     ExpectAt(tool, {above, below});
@@ -114,7 +114,7 @@ TEST(Shear, SlantsWhatLiesBeyondTheAxis)
 
 TEST(Stretch, HasThreeZones)
 {
-    WarpTool tool("BF_Stretch");
+    ToolUnderTest tool("BF_Stretch");
     ExpectIdentity(tool);
     tool.Set("SoSt"_id, KVector2(0.2F, 0.2F)).Set("SoEn"_id, KVector2(0.4F, 0.2F));
     tool.Set("DeSt"_id, KVector2(0.2F, 0.1F)).Set("DeEn"_id, KVector2(0.6F, 0.1F));
@@ -141,7 +141,7 @@ TEST(Stretch, HasThreeZones)
 
 TEST(SegmentTransform, TurnsAndScalesEachCellAboutItsCentre)
 {
-    WarpTool tool("BF_SegmentTransform");
+    ToolUnderTest tool("BF_SegmentTransform");
     ExpectIdentity(tool);
     // The cell to the right of the middle is centred at (0.7, 0.25).
     tool.Set("SSiX"_id, 0.2F).Set("Angl"_id, Degrees(90));
@@ -155,7 +155,7 @@ TEST(SegmentTransform, TurnsAndScalesEachCellAboutItsCentre)
 
 TEST(SegmentTransform, RadialCellsAreCutByLengthFirst)
 {
-    WarpTool tool("BF_SegmentTransform");
+    ToolUnderTest tool("BF_SegmentTransform");
     tool.Set("Type"_id, 1);
     ExpectIdentity(tool, 2e-6);
     // Angle 0.13, length 0.25: both nearest to 0.2, from which they differ by -0.07 and 0.05.
@@ -168,72 +168,6 @@ TEST(SegmentTransform, RadialCellsAreCutByLengthFirst)
     // Rings of 0.4 and sectors of 0.2: the cell is (0.4, 0.2).
     tool.Set("SSiX"_id, 0.4F).Set("SSiL"_id, false).Set("SSiY"_id, 0.2F);
     ExpectAt(tool, {{polar(0.13, 0.25), polar(0.265, 0.225)}}, 2e-6);
-}
-
-// What changes of inputs show and rename.
-
-std::map<std::uint32_t, std::string> Messages(char const* tool, std::uint32_t id, int value)
-{
-    WarpTool owner(tool);
-    KParameterValue given;
-    given.floatValue = static_cast<float>(value);
-    given.intValue = value;
-    std::unique_ptr<KMessageList> const messages(owner.Effect().AffectInputs(id, given));
-    std::map<std::uint32_t, std::string> told;
-    for (KMessage const* message : messages->Each<KMessage>()) {
-        ParameterOf(owner.Effect(), message->target); // throws for one that is not there
-        if (message->type == KMsg_Name) told[message->target] = message->value.text.String();
-        else told[message->target] = message->value.intValue > 0 ? "shown" : "hidden";
-    }
-    return told;
-}
-
-TEST(WarpTools, ChoicesShowAndNameWhatTheyNeed)
-{
-    struct Case {
-        char const* tool;
-        std::uint32_t id;
-        int value;
-        std::map<std::uint32_t, std::string> told;
-    };
-    Case const cases[] = {
-        {"BF_Bend",
-         "BeTy"_id,
-         1,
-         {{"BeMi"_id, "hidden"}, {"BeEn"_id, "hidden"}, {"BeAS"_id, "shown"}, {"BeAE"_id, "shown"}}},
-        {"BF_Kaleidoscope",
-         "Type"_id,
-         0,
-         {{"AngE"_id, "hidden"}, {"AnPP"_id, "hidden"}, {"RaPP"_id, "hidden"}}},
-        {"BF_LensDistortion", "PinC"_id, 0, {{"Scal"_id, "shown"}}},
-        {"BF_Transform", "SizT"_id, 1, {{"SizX"_id, "Size"}, {"SizY"_id, "Aspect"}}},
-        {"BF_RelativeTransform", "SizT"_id, 0, {{"SizX"_id, "Size X"}, {"SizY"_id, "Size Y"}}},
-        {"BF_SegmentTransform", "SSiL"_id, 1, {{"SSiY"_id, "hidden"}}},
-        {"BF_SegmentTransform", "ScaL"_id, 0, {{"ScaY"_id, "shown"}}},
-        {"BF_Spherize", "SpLo"_id, 1, {{"SpDV"_id, "hidden"}, {"SpDH"_id, "Deformation"}}},
-        {"BF_Spherize", "SpLo"_id, 0, {{"SpDV"_id, "shown"}, {"SpDH"_id, "Deformation horizontal"}}},
-        {"BF_Remap",
-         "Outp"_id,
-         0,
-         {{"RotO"_id, "hidden"}, {"AngX"_id, "hidden"}, {"AngY"_id, "hidden"}, {"AngZ"_id, "hidden"}}},
-        {"BF_Transform", "SizX"_id, 1, {}},
-    };
-    for (Case const& each : cases)
-        EXPECT_EQ(Messages(each.tool, each.id, each.value), each.told) << each.tool;
-}
-
-TEST(Remap, ShowsAnglesOnlyForABallMadeOfLongitudes)
-{
-    WarpTool tool("BF_Remap");
-    auto const change = [&](std::uint32_t id, int value) {
-        KParameterValue given;
-        given.intValue = value;
-        std::unique_ptr<KMessageList> const messages(tool.Effect().AffectInputs(id, given));
-        return static_cast<KMessage*>(messages->First())->value.intValue > 0;
-    };
-    EXPECT_FALSE(change("Inpu"_id, 1)) << "both are longitudes now";
-    EXPECT_TRUE(change("Outp"_id, 0));
-    EXPECT_FALSE(change("Inpu"_id, 0));
 }
 
 // Values that make no sense.

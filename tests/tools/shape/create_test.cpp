@@ -2,7 +2,7 @@
 #include <numbers>
 
 #include "shapes/KEffectShape.h"
-#include "tests/framework/EffectRunner.h"
+#include "tests/framework/ToolUnderTest.h"
 #include "tests/tools/shape/shape_flow.h"
 
 namespace ombrelune::test {

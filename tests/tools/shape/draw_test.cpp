@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "shapes/KEffectImageShape.h"
-#include "tests/framework/EffectRunner.h"
+#include "tests/framework/ToolUnderTest.h"
 #include "tests/tools/shape/shape_flow.h"
 
 namespace ombrelune::test {
@@ -100,14 +100,6 @@ TEST(Connect, DrawsWhereItsShapeInputsSay)
             }
         }
     }
-}
-
-TEST(Connect, ShowsThePointsThatCount)
-{
-    auto const connect = FindEffectFactory("BF_Connect")->makeRowForm();
-    EXPECT_TRUE(Shown(*connect, "NumP"_id, 5).at("Pos4"_id));
-    EXPECT_FALSE(Shown(*connect, "NumP"_id, 5).at("Pos0"_id + 5));
-    EXPECT_TRUE(Shown(*connect, "Type"_id, 1).at("Subd"_id));
 }
 
 } // namespace

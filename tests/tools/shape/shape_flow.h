@@ -94,17 +94,4 @@ inline KShape const& FirstShape(KShapeGroup const& group)
     return *static_cast<KShape const*>(group.Get(0)->First());
 }
 
-/// What a change of an input shows and hides.
-inline std::map<std::uint32_t, bool> Shown(KEffect& effect, std::uint32_t id, int value)
-{
-    KParameterValue given;
-    given.floatValue = static_cast<float>(value);
-    given.intValue = value;
-    std::unique_ptr<KMessageList> const messages(effect.AffectInputs(id, given));
-    std::map<std::uint32_t, bool> shown;
-    for (KMessage const* message : messages->Each<KMessage>())
-        shown[message->target] = message->value.intValue > 0;
-    return shown;
-}
-
 } // namespace ombrelune::test

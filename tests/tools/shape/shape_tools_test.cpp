@@ -219,47 +219,5 @@ TEST(ShapeTools, GiveNothingForNothing)
     }
 }
 
-// Visibility.
-
-TEST(ShapeShading, ShowsTheDashesThatTheLineHas)
-{
-    auto const effect = FindEffectFactory("BF_ShapeShading")->makeRowForm();
-    EXPECT_TRUE(Shown(*effect, "PeET"_id, 1).at("PeER"_id));
-    EXPECT_FALSE(Shown(*effect, "PeET"_id, 0).at("PeER"_id));
-    struct {
-        int lineType;
-        bool count, scale, dash1, space1, dash3, space4;
-    } const cases[] = {
-        {0, false, false, false, false, false, false},
-        {1, false, true, true, true, false, false},
-        {2, false, true, false, true, false, false},
-        {3, true, true, true, true, true, false}, // three of each
-    };
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.lineType);
-        auto const shown = Shown(*effect, "PeLT"_id, c.lineType);
-        EXPECT_EQ(shown.at("PeLC"_id), c.count);
-        EXPECT_EQ(shown.at("PeLS"_id), c.scale);
-        EXPECT_EQ(shown.at("PeD0"_id), c.dash1);
-        EXPECT_EQ(shown.at("PeS0"_id), c.space1);
-        EXPECT_EQ(shown.at("PeD2"_id), c.dash3);
-        EXPECT_EQ(shown.at("PeS3"_id), c.space4);
-    }
-    auto const more = Shown(*effect, "PeLC"_id, 16);
-    EXPECT_TRUE(more.at("PeS0"_id + 15)) << "the line type is remembered";
-    EXPECT_FALSE(more.contains("PeLC"_id));
-}
-
-TEST(ShapeCreators, ShowWhatTheChoiceNeeds)
-{
-    auto const primitive = FindEffectFactory("BF_ShapePrimitiveCreate")->makeRowForm();
-    bool const steps[] = {false, true, false, true}, angle[] = {true, true, false, true};
-    for (int type = 0; type < 4; ++type) {
-        EXPECT_EQ(Shown(*primitive, "Type"_id, type).at("Step"_id), steps[type]);
-        EXPECT_EQ(Shown(*primitive, "Type"_id, type).at("Angl"_id), angle[type]);
-    }
-    EXPECT_TRUE(Shown(*primitive, "PeET"_id, 1).at("PeER"_id)) << "the shading is still asked";
-}
-
 } // namespace
 } // namespace ombrelune::test

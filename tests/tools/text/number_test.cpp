@@ -1,6 +1,6 @@
 #include <cstdlib>
 
-#include "tests/tools/text/text_runner.h"
+#include "tests/framework/ToolUnderTest.h"
 
 namespace ombrelune::test {
 namespace {
@@ -12,7 +12,7 @@ TEST(NumberBeat, RisesFallsHoldsAndFallsAgain)
     } const cases[] = {{-0.5F, 0.0F}, {0.0F, 0.25F},  {1.0F, 0.625F}, {2.0F, 1.0F},   {3.0F, 0.75F},
                        {4.0F, 0.5F},  {5.9F, 0.5F},   {6.0F, 0.5F},   {7.0F, 0.375F}, {8.0F, 0.0F},
                        {9.9F, 0.0F},  {10.0F, 0.25F}, {12.0F, 1.0F}};
-    ValueTool tool("BF_NumberBeat");
+    ToolUnderTest tool("BF_NumberBeat");
     tool.Set("VaMi"_id, 0.25F);
     // Between two pulses it is 0, not the minimum.
     for (auto const& each : cases) EXPECT_FLOAT_EQ(tool.NumberAt(each.time), each.value) << each.time;
@@ -24,7 +24,7 @@ TEST(NumberBeat, RisesFallsHoldsAndFallsAgain)
 
 TEST(NumberBeat, EndsWithAFullBeatIfItIsTold)
 {
-    ValueTool tool("BF_NumberBeat");
+    ToolUnderTest tool("BF_NumberBeat");
     tool.Set("TiEn"_id, 25.0F).Set("TiAt"_id, 0.0F).Set("TiDe"_id, 0.0F).Set("TiSu"_id, 10.0F);
     EXPECT_EQ(tool.NumberAt(26.0F), 0.5F);
     EXPECT_EQ(tool.NumberAt(30.0F), 0.5F);
@@ -38,15 +38,16 @@ TEST(NumberBeat, EndsWithAFullBeatIfItIsTold)
     EXPECT_EQ(tool.NumberAt(12.5F), 0.5F);
     EXPECT_EQ(tool.NumberAt(25.0F), 0.5F);
     EXPECT_EQ(tool.NumberAt(25.1F), 0.0F);
-    EXPECT_EQ(ValueTool("BF_NumberBeat").Set("TiFr"_id, 0.0F).NumberAt(3.0F), 0.0F) << "no beat at all";
+    EXPECT_EQ(ToolUnderTest("BF_NumberBeat").Set("TiFr"_id, 0.0F).NumberAt(3.0F), 0.0F) << "no beat at all";
 }
 
 TEST(NumberBeat, CombinesWithAnother)
 {
     float const expected[] = {1.6F, 0.6F, 1.0F, 0.6F}; // of a pulse of 1 and 0.6; the sum is not limited
     for (int type = 0; type < 4; ++type)
-        EXPECT_FLOAT_EQ(ValueTool("BF_NumberBeat").Set("VaCT"_id, type).Set("VaCo"_id, 0.6F).NumberAt(2.0F),
-                        expected[type]);
+        EXPECT_FLOAT_EQ(
+            ToolUnderTest("BF_NumberBeat").Set("VaCT"_id, type).Set("VaCo"_id, 0.6F).NumberAt(2.0F),
+            expected[type]);
 }
 
 /// The number for a time and seed, straight from the C library.
@@ -60,7 +61,7 @@ float Drawn(double time, int seed)
 
 TEST(NumberRandom, IsTheGeneratorsNumberOfTheTimeAndSeed)
 {
-    ValueTool tool("BF_NumberRandom");
+    ToolUnderTest tool("BF_NumberRandom");
     tool.Set("RaMi"_id, -2.0F).Set("RaMa"_id, 6.0F).Set("RaSe"_id, 77);
     for (float time : {0.0F, 0.5F, 1.0F, 120.0F})
         EXPECT_FLOAT_EQ(tool.NumberAt(time), -2.0F + 8.0F * Drawn(time, 77)) << time;
@@ -69,7 +70,7 @@ TEST(NumberRandom, IsTheGeneratorsNumberOfTheTimeAndSeed)
 
 TEST(NumberRandom, WandersBetweenTheNumbersOfEveryFewFrames)
 {
-    ValueTool tool("BF_NumberRandom");
+    ToolUnderTest tool("BF_NumberRandom");
     tool.Set("RaEv"_id, false);
     float const first = Drawn(5.0, 1234), next = Drawn(10.0, 1234);
     tool.Set("RaIn"_id, 0);
@@ -86,7 +87,7 @@ TEST(NumberRandom, WandersBetweenTheNumbersOfEveryFewFrames)
 TEST(NumberColorSwitchboard, CyclesTheFirstColoursAndRemaps)
 {
     auto const reds = [](int set, int range, int offset, int firstRemap) {
-        ValueTool tool("BF_NumberColorSwitchboard");
+        ToolUnderTest tool("BF_NumberColorSwitchboard");
         // Two inputs have the same identifier.
         auto const member = [&](char const* label) -> int& {
             for (KParameter* each : tool.Effect().parameters.Each<KParameter>())

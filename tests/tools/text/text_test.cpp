@@ -5,12 +5,12 @@
 
 #include <unistd.h>
 
-#include "tests/tools/text/text_runner.h"
+#include "tests/framework/ToolUnderTest.h"
 
 namespace ombrelune::test {
 namespace {
 
-ValueTool Formula(char const* text) { return ValueTool("BF_TextFormula").Set("Text"_id, text); }
+ToolUnderTest Formula(char const* text) { return ToolUnderTest("BF_TextFormula").Set("Text"_id, text); }
 
 TEST(TextFormula, NumbersArePrintedAsToldByTheirFormat)
 {
@@ -33,7 +33,7 @@ TEST(TextFormula, NumbersArePrintedAsToldByTheirFormat)
         {0.0F, 2, 1, true, true, " 0.00"},
     };
     for (auto const& each : cases) {
-        ValueTool tool = Formula("n1");
+        ToolUnderTest tool = Formula("n1");
         tool.Set("NuIn"_id, each.value).Set("TePN"_id, each.precision).Set("TeDN"_id, each.digits);
         tool.Set("TeZN"_id, each.leadingZeros).Set("TeNM"_id, each.spaceIfPositive);
         EXPECT_EQ(tool.TextAt(0.0F), each.text);
@@ -42,7 +42,7 @@ TEST(TextFormula, NumbersArePrintedAsToldByTheirFormat)
 
 TEST(TextFormula, TokensAreReplacedWhereverTheyStand)
 {
-    ValueTool tool = Formula("sun1 n9 p3y,p3x t1t2 t0 t");
+    ToolUnderTest tool = Formula("sun1 n9 p3y,p3x t1t2 t0 t");
     tool.Set("NuIn"_id, 2.0F).Set("NuIn"_id + 8, -7.0F).Set("PoIn"_id + 2, KVector2(0.25F, 0.75F));
     tool.Set("TeIn"_id, "[t2 n1]").Set("TeIn"_id + 1, "two");
     tool.Set("TePN"_id, 0).Set("TeNM"_id, false).Set("TePM"_id, false).Set("TePP"_id, 1);
@@ -68,7 +68,7 @@ TEST(TextWrite, KeepsAsManyCharactersAsAreWritten)
         {"a\xff\xc3z", 0.6F, false, false, "a\xff"}, // stray bytes count one each: 0.6 x 4.5 is 2.7
     };
     for (auto const& each : cases) {
-        ValueTool tool("BF_TextWrite");
+        ToolUnderTest tool("BF_TextWrite");
         tool.Set("Text"_id, each.text).Set("TxWr"_id, each.write);
         tool.Set("CuSh"_id, each.cursor).Set("PrSh"_id, each.prefix);
         EXPECT_EQ(tool.TextAt(0.0F), each.result) << each.text;
@@ -101,7 +101,7 @@ TEST(TextJuggle, ExchangesWhatTheGeneratorSays)
                 std::string const fixed = keepSpaces ? "\n\r\t " : "\n\r\t";
                 if (fixed.find(a) == std::string::npos && fixed.find(b) == std::string::npos) std::swap(a, b);
             }
-            ValueTool tool("BF_TextJuggle");
+            ToolUnderTest tool("BF_TextJuggle");
             tool.Set("Text"_id, text).Set("JuCh"_id, amount).Set("JuKS"_id, keepSpaces);
             EXPECT_EQ(tool.TextAt(time), expected);
             EXPECT_EQ(tool.TextAt(time), expected) << "the same time gives the same order";
@@ -113,7 +113,7 @@ TEST(TextJuggle, ExchangesWhatTheGeneratorSays)
 TEST(TextJuggle, LeavesLinesAloneAndCharactersWhole)
 {
     auto const juggled = [](char const* text) {
-        return ValueTool("BF_TextJuggle").Set("Text"_id, text).Set("JuCh"_id, 1.0F).TextAt(7.0F);
+        return ToolUnderTest("BF_TextJuggle").Set("Text"_id, text).Set("JuCh"_id, 1.0F).TextAt(7.0F);
     };
     EXPECT_EQ(juggled(""), "");
     EXPECT_EQ(juggled("\n\n\n"), "\n\n\n");
@@ -124,14 +124,14 @@ TEST(TextJuggle, LeavesLinesAloneAndCharactersWhole)
     EXPECT_NE(result, "äöüß€𝄞");
 }
 
-ValueTool FromText(char const* text, int format)
+ToolUnderTest FromText(char const* text, int format)
 {
-    return ValueTool("BF_TextFromFile").Set("Sour"_id, 1).Set("Text"_id, text).Set("FiFo"_id, format);
+    return ToolUnderTest("BF_TextFromFile").Set("Sour"_id, 1).Set("Text"_id, text).Set("FiFo"_id, format);
 }
 
 TEST(TextFromFile, EachLineAFrame)
 {
-    ValueTool tool = FromText("a\nb\nc", 0).Set("Hold"_id, 2);
+    ToolUnderTest tool = FromText("a\nb\nc", 0).Set("Hold"_id, 2);
     char const* const once[] = {"a", "a", "b", "b", "c", "c", "", ""};
     for (int frame = 0; frame < 8; ++frame) EXPECT_EQ(tool.TextAt(static_cast<float>(frame)), once[frame]);
     tool.Set("Loop"_id, true);
@@ -180,7 +180,7 @@ TEST(TextFromFile, ReadsTheFileAnewForEveryFrame)
 {
     std::string const path =
         (std::filesystem::temp_directory_path() / ("ombrelune_text_" + std::to_string(getpid()))).string();
-    ValueTool tool("BF_TextFromFile");
+    ToolUnderTest tool("BF_TextFromFile");
     tool.Set("FiNa"_id, path).Set("FiFo"_id, 2).Set("Line"_id, 1);
     EXPECT_EQ(tool.TextAt(0.0F), "");
     std::ofstream(path, std::ios::binary) << std::string("one\n\xff\0two\n", 10);

@@ -10,7 +10,7 @@
 #include "host/flow/FlowReader.h"
 #include "host/io/Pictures.h"
 #include "host/render/Renderer.h"
-#include "tests/tools/time/time_runner.h"
+#include "tests/framework/Expect.h"
 
 namespace ombrelune::test {
 namespace {

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <cstring>
 #include <functional>
 #include <memory>
-#include <stdexcept>
+#include <vector>
 
-#include "framework/KProcessImage.h"
-#include "host/value/Parallel.h"
 #include "image/KColor32.h"
+#include "image/KImage.h"
 
 namespace ombrelune::test {
 
@@ -41,30 +41,19 @@ inline Picture MakeBusyPicture(int depth, int width, int height)
     });
 }
 
-inline KProcessImageData DataFor(KImage const& image)
+inline KColor Grey(float v) { return {v, v, v, v}; }
+
+inline Picture Plain(int depth, KColor const& color, int width = 7, int height = 5)
 {
-    KProcessImageData data;
-    data.depth = image.IsFloat() ? 2 : 1;
-    return data;
+    return MakePicture(depth, width, height, [=](int, int) { return color; });
 }
 
-/// Runs an effect over a picture through its engine, on the worker threads, as the bridge would.
-inline Picture Apply(KEffectImage& effect, KImage& source, KProcessImageData const& data)
+/// A picture of one row of greys, alpha included.
+inline Picture GreyRow(int depth, std::vector<float> const& values)
 {
-    KImage* destination = source.LikeOf(-1, -1, -1.0F, -1.0F);
-    effect.SetData(data);
-    {
-        auto const engine = MakeEngine(&source, &destination, &effect, data);
-        for (int step = 0; step < engine->GetStepCount(); ++step) {
-            engine->Init(step);
-            ParallelFor(engine->GetThreadCount(step), [&](int chunk) { engine->DoThread(chunk, step); });
-            engine->Done(step);
-        }
-    }
-    return Picture(destination);
+    return MakePicture(depth, static_cast<int>(values.size()), 1,
+                       [&](int x, int) { return Grey(values[static_cast<std::size_t>(x)]); });
 }
-
-inline Picture Apply(KEffectImage& effect, KImage& source) { return Apply(effect, source, DataFor(source)); }
 
 inline KColor ColorAt(KImage const& image, int x, int y)
 {
@@ -88,21 +77,6 @@ inline bool SameBytes(KImage const& a, KImage const& b)
     for (int y = 0; y < a.Height(); ++y)
         if (std::memcmp(a.FImage()->MainRow(y), b.FImage()->MainRow(y), bytes) != 0) return false;
     return true;
-}
-
-/// Parameter of an effect by identifier; the test fails where there is none.
-inline KParameter& ParameterOf(KEffect& effect, std::uint32_t id)
-{
-    for (KParameter* parameter : effect.parameters.Each<KParameter>())
-        for (std::uint32_t each : parameter->id)
-            if (each == id) return *parameter;
-    throw std::logic_error("no such parameter");
-}
-
-/// The member that a parameter targets.
-template <class T> T& Target(KEffect& effect, std::uint32_t id)
-{
-    return *static_cast<T*>(ParameterOf(effect, id).target);
 }
 
 } // namespace ombrelune::test
