@@ -152,13 +152,13 @@ TEST_F(TimeFlow, LinksBringPicturesFromAnywhere)
     EXPECT_NE(problem.find("flow.comp:9: Out.Input got no picture: Switch gives none at this time"),
               std::string::npos)
         << problem;
-    renderer->TakeWarnings();
     // However far behind the picture is missed, the cause is named.
     EXPECT_TRUE(std::isnan(RedAt("Far", 0.0)));
     EXPECT_NE(problem.find("Far.Input got no picture: Behind gives none"), std::string::npos) << problem;
     std::vector<Problem> const warnings = renderer->TakeWarnings();
-    ASSERT_EQ(warnings.size(), 1U);
-    EXPECT_NE(warnings[0].text.find("Switch gives no picture"), std::string::npos) << warnings[0].text;
+    ASSERT_EQ(warnings.size(), 2U);
+    EXPECT_NE(warnings[0].text.find("Main gives no picture"), std::string::npos) << warnings[0].text;
+    EXPECT_NE(warnings[1].text.find("Switch gives no picture"), std::string::npos) << warnings[1].text;
 }
 
 TEST_F(TimeFlow, AChangedTextFileGivesANewText)
