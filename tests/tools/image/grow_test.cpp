@@ -97,6 +97,18 @@ TEST(GrowColor, FillsTransparentPartsWithTheColorBesideThem)
     for (int x = 0; x < 120; ++x) EXPECT_EQ(ColorAt(*result, x, 7).alpha, 1.0F);
 }
 
+TEST(GrowColor, NegativeAlphaAndColorWithoutAlphaGiveNothing)
+{
+    // By rounds, an even alpha of -0.2 would go to -0.44, -1.07 and on to a number that is none.
+    for (float const alpha : {-0.2F, 0.0F}) {
+        Picture const source =
+            MakePicture(kDepthFloat, 9, 7, [&](int, int) { return KColor(0.5F, -0.25F, 0.0F, alpha); });
+        ToolUnderTest tool("BF_GrowColor");
+        tool.Set("Iter"_id, 200).Set("Thre"_id, 0.0F);
+        EXPECT_EQ(ColorAt(*tool.On(*source), 4, 3), KColor());
+    }
+}
+
 // Eat.
 
 TEST(Eat, CountsFromTheLastPlaceOutOfRange)
@@ -168,12 +180,9 @@ TEST(CleanEdges, KeepsTheInside)
         int fromX0, fromX6, fromY0, fromY4; // where the corners are read
     };
     // Five rows, "top" from row 0 on. Half the width at most; with nothing left the upper bound wins.
-    Case const cases[] = {{7, 2, 1, 2, 0, 1, 1, 4, 0, 3},
-                          {7, 0, 1, 9, 9, 9, 1, 5, 1, 3},
-                          {7, 1, 2, 9, 1, 9, 2, 4, 1, 3},
-                          {7, 2, 90, 90, 90, 90, 3, 3, 2, 2},
-                          {6, 2, 90, 90, 0, 0, 2, 2, 0, 4},
-                          {7, 2, 90, 0, 0, 0, 3, 6, 0, 4}};
+    Case const cases[] = {{7, 2, 1, 2, 0, 1, 1, 4, 0, 3},   {7, 0, 1, 9, 9, 9, 1, 5, 1, 3},
+                          {7, 1, 2, 9, 1, 9, 2, 4, 1, 3},   {7, 2, 90, 90, 90, 90, 3, 3, 2, 2},
+                          {6, 2, 90, 90, 0, 0, 2, 2, 0, 4}, {7, 2, 90, 0, 0, 0, 3, 6, 0, 4}};
     for (Case const& c : cases) {
         for (int depth : {kDepthInt16, kDepthFloat}) {
             Picture const source = MakeBusyPicture(depth, c.width, 5);

@@ -58,7 +58,7 @@ public:
     int ThreadCount(int step) override { return step % 2 == 0 ? 1 : height; }
     void F(int step, int chunk, KImage* source, KImage* destination) override
     {
-        if (step == 0) destination->CopyFrom(source);
+        if (step == 0) CopyWithoutNegativeAlpha(source, destination);
         if (step % 2 == 0) Blur(step / 2, destination);
         else if (!stopped) FillRow(chunk, destination);
     }
@@ -77,9 +77,9 @@ public:
                                    } else {
                                        float const alpha = (p.alpha - none) / soft;
                                        // Nothing has no colour, whatever the threshold.
-                                       float const factor = p.alpha == 0.0F ? 0.0F : alpha / p.alpha;
+                                       bool const isNothing = p.alpha == 0.0F;
                                        for (int c : {kChannelBlue, kChannelGreen, kChannelRed})
-                                           p.word[c] *= factor;
+                                           p.word[c] = isNothing ? 0.0F : p.word[c] * (alpha / p.alpha);
                                        p.alpha = alpha;
                                    }
                                });
@@ -94,6 +94,13 @@ public:
     float threshold, softness;
 
 private:
+    /// Negative alpha would grow with each round, without end.
+    static void CopyWithoutNegativeAlpha(KImage* source, KImage* destination)
+    {
+        destination->CopyFrom(source);
+        ForEachPixel<FltPixel>(destination->FImage(), [](FltPixel& p) { p.alpha = std::max(p.alpha, 0.0F); });
+    }
+
     void Blur(int round, KImage* destination)
     {
         stopped = !needed;
@@ -114,7 +121,7 @@ private:
             for (int x = 0; x < count; ++x) {
                 d >>= in;
                 b >>= blurred;
-                if (d.alpha < 1.0F) {
+                if (d.alpha < 1.0F && b.alpha > 0.0F) { // colour without alpha would only add up
                     float const w = 1.0F - d.alpha;
                     for (int c = 0; c < 4; ++c) d.word[c] += w * b.word[c];
                 }
