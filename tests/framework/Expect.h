@@ -17,7 +17,8 @@ inline void ExpectNear(KColor const& actual, KColor const& expected, double limi
 
 inline void ExpectSame(KColor32 const& actual, KColor32 const& expected)
 {
-    EXPECT_EQ(actual, expected) << fmt::format("{} {} {} {}", actual.red, actual.green, actual.blue, actual.alpha);
+    EXPECT_EQ(actual, expected) << fmt::format("{} {} {} {}", actual.red, actual.green, actual.blue,
+                                               actual.alpha);
 }
 
 inline void ExpectWords(KImage const& image, int x, int y, KColor32 const& words)
