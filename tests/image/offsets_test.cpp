@@ -1,6 +1,5 @@
 #include <atomic>
 #include <cmath>
-#include <numbers>
 
 #include <gtest/gtest.h>
 
@@ -11,7 +10,6 @@
 namespace ombrelune::test {
 namespace {
 
-constexpr float kPi = std::numbers::pi_v<float>;
 
 TEST(Offsets, ALineAlongAnAxisTakesWholePixels)
 {
