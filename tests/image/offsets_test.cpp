@@ -10,7 +10,6 @@
 namespace ombrelune::test {
 namespace {
 
-
 TEST(Offsets, ALineAlongAnAxisTakesWholePixels)
 {
     KOffsets const line(0.0F, 3.0F, 1.0F, false, false);
