@@ -1,5 +1,9 @@
 #include "shapes/ClipperPaths.h"
 
+#include <cmath>
+#include <numbers>
+
+#include "shapes/ClippingWork.h"
 #include "shapes/KShapeArray.h"
 #include "shapes/KShapeGroup.h"
 
@@ -17,6 +21,13 @@ template <class Work> Paths WithoutExceptions(Work const& work)
     } catch (clipperException const&) {
         return {};
     }
+}
+
+/// Points of a full turn of the library's round joins: a quarter of a unit is what they may differ from the
+/// arc.
+double ArcPoints(double distance)
+{
+    return std::numbers::pi / std::acos(1.0 - std::min(0.25 / std::abs(distance), 1.0));
 }
 
 } // namespace
@@ -69,8 +80,11 @@ JoinType ToJoinType(int type)
     return type == kJoinBevel ? jtSquare : type == kJoinRound ? jtRound : jtMiter;
 }
 
-Paths OffsetPaths(Paths const& paths, JoinType join, double distance)
+Paths OffsetPaths(Paths const& paths, JoinType join, double distance, int copies)
 {
+    double const most =
+        kMostClippingWork / copies / (join == jtRound ? 1.0 + MeanTurn(paths) * ArcPoints(distance) : 1.0);
+    if (ClippingWork(UnclippedOffset(paths, distance), most) > most) return {};
     return WithoutExceptions([&] {
         ClipperOffset offset(0.0, 0.0); // the library's own limits of mitres and arcs
         offset.AddPaths(paths, join, etClosedPolygon);
@@ -82,6 +96,9 @@ Paths OffsetPaths(Paths const& paths, JoinType join, double distance)
 
 Paths CombinePaths(Paths const& subject, Paths const& clip, ClipType type, PolyFillType fill)
 {
+    Paths all = subject;
+    all.insert(all.end(), clip.begin(), clip.end());
+    if (ClippingWork(all, kMostClippingWork) > kMostClippingWork) return {};
     return WithoutExceptions([&] {
         Clipper clipper(0);
         clipper.AddPaths(subject, ptSubject, true);

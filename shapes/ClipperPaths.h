@@ -24,9 +24,12 @@ ClipperLib::ClipType ToClipType(int type);
 ClipperLib::PolyFillType ToPolyFillType(int fill);
 ClipperLib::JoinType ToJoinType(int type);
 
-// What the library does, and no paths where it gives up.
+// What the library does, and no paths where it gives up. Its time grows with the square of the sides where
+// they cross each other: what would take more than a second or two is given up before it begins.
 
-ClipperLib::Paths OffsetPaths(ClipperLib::Paths const& paths, ClipperLib::JoinType join, double distance);
+/// `copies`: offsets made together, which share that time.
+ClipperLib::Paths OffsetPaths(ClipperLib::Paths const& paths, ClipperLib::JoinType join, double distance,
+                              int copies = 1);
 ClipperLib::Paths CombinePaths(ClipperLib::Paths const& subject, ClipperLib::Paths const& clip,
                                ClipperLib::ClipType type, ClipperLib::PolyFillType fill);
 

@@ -6,7 +6,7 @@
 
 namespace ombrelune {
 
-/// Most segments of a curve, and of half a turn of a join; more only cost time.
+/// Most segments of a curve and of half a turn of a join; more only cost time.
 inline constexpr int kMostSteps = 1024, kMostJoinSteps = 1024;
 
 /// A shape without curves: the shape itself when it has none, else a flattened copy.

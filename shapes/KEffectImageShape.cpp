@@ -46,9 +46,10 @@ void KEffectImageShape::F(int /*step*/, int /*chunk*/, KImage* source, KImage* d
         if (isCentered) shape->Center(centre);
         std::unique_ptr<KShape> const path = PartOf(*shape);
         Stroke(channel, *path);
-        for (int r = 1; r < replicate; ++r)
+        int const copies = CopiesOf(replicate - 1, path->GetCount());
+        for (int r = 1; r <= copies; ++r)
             for (float side : {1.0F, -1.0F})
-                Stroke(channel, *OffsetOf(*path, side * static_cast<float>(r) * replicateOffset));
+                Stroke(channel, *OffsetOf(*path, side * static_cast<float>(r) * replicateOffset, 2 * copies));
     }
 }
 
@@ -60,12 +61,12 @@ std::unique_ptr<KShape> KEffectImageShape::PartOf(KShape const& shape) const
     KShapeEffectWriteOnData part;
     part.range = range;
     std::unique_ptr<KShape> path(isWhole ? shape.CopyOf() : shape.WriteOnOf(part));
-    return offset == 0.0F ? std::move(path) : OffsetOf(*path, offset);
+    return offset == 0.0F ? std::move(path) : OffsetOf(*path, offset, 1);
 }
 
-std::unique_ptr<KShape> KEffectImageShape::OffsetOf(KShape const& path, float distance)
+std::unique_ptr<KShape> KEffectImageShape::OffsetOf(KShape const& path, float distance, int copies)
 {
-    return std::unique_ptr<KShape>(path.OffsetOf({distance, kJoinMiter, 8, 16}));
+    return std::unique_ptr<KShape>(path.OffsetOf({distance, kJoinMiter, 8, 16, copies}));
 }
 
 void KEffectImageShape::Stroke(KImageChannel& channel, KShape const& path)

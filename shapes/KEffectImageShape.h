@@ -34,7 +34,7 @@ protected:
 
 private:
     std::unique_ptr<KShape> PartOf(KShape const& shape) const;
-    static std::unique_ptr<KShape> OffsetOf(KShape const& path, float distance);
+    static std::unique_ptr<KShape> OffsetOf(KShape const& path, float distance, int copies);
     void Stroke(KImageChannel& channel, KShape const& path);
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "image/KRange.h"
 
 namespace ombrelune {
@@ -23,15 +25,24 @@ struct KShapeEffectBooleanData : KShapeEffectData {
 
 struct KShapeEffectOffsetData : KShapeEffectData {
     KShapeEffectOffsetData() = default;
-    KShapeEffectOffsetData(float newOffset, int newJoinType, int newJoinPrecision, int newSteps)
+    KShapeEffectOffsetData(float newOffset, int newJoinType, int newJoinPrecision, int newSteps,
+                           int newCopies = 1)
         : KShapeEffectData{newSteps}, joinType(newJoinType), offset(newOffset),
-          joinPrecision(newJoinPrecision)
+          joinPrecision(newJoinPrecision), copies(newCopies)
     {}
 
     int joinType = kJoinMiter;
     float offset = 0.0F;
     int joinPrecision = 8; ///< segments of half a turn
+    int copies = 1;        ///< offsets made together, which share the time that clipping may take
 };
+
+/// How many of the wanted offsets of a path with so many points are made to each side: 1024 at most, and
+/// together with those of the other side 2^19 points.
+inline int CopiesOf(int wanted, int points)
+{
+    return std::clamp(wanted, 0, std::min(1024, (1 << 18) / std::max(points, 1)));
+}
 
 struct KShapeEffectReplicateData : KShapeEffectData {
     bool keepOriginal = false;

@@ -17,7 +17,6 @@ namespace {
 
 /// Round joins of the clipping library grow with the root of the distance.
 constexpr float kFarthestOffset = 1000.0F;
-constexpr int kMostCopies = 1024;
 
 /// Points of the arc from v + r on, without its ends.
 void AddArc(KShape& result, KVector2 const& v, KVector2 const& r, double turn, int joinPrecision)
@@ -78,7 +77,7 @@ KShape* KShape::OffsetOf(KShapeEffectOffsetData const& data) const
         ClipperLib::Paths paths;
         PathsFromShape(paths, flat.Get(), kClipperScale);
         return ShapeFromPaths(
-            OffsetPaths(paths, ToJoinType(data.joinType), double{data.offset} * kClipperScale),
+            OffsetPaths(paths, ToJoinType(data.joinType), double{data.offset} * kClipperScale, data.copies),
             kClipperScale);
     }
     return EachSubpath(KShapeArrayList(flat.Get()), [&](KShapeArray& array) { return array.OffsetOf(data); });
@@ -87,11 +86,13 @@ KShape* KShape::OffsetOf(KShapeEffectOffsetData const& data) const
 KShape* KShape::ReplicateOf(KShapeEffectReplicateData const& data) const
 {
     KShape* result = data.keepOriginal ? CopyOf() : new KShape;
+    int const number = CopiesOf(data.number, GetCount()), copies = number * (data.sides == 0 ? 2 : 1);
     auto const add = [&](float offset) {
-        std::unique_ptr<KShape> const copy(OffsetOf({offset, data.joinType, data.joinPrecision, data.steps}));
+        std::unique_ptr<KShape> const copy(
+            OffsetOf({offset, data.joinType, data.joinPrecision, data.steps, copies}));
         result->TakePoints(*copy);
     };
-    for (int i = 1; i <= std::min(data.number, kMostCopies); ++i) {
+    for (int i = 1; i <= number; ++i) {
         float const offset = data.offset * static_cast<float>(i);
         if (data.sides == 0 || data.sides == 1) add(-offset);
         if (data.sides == 0 || data.sides == 2) add(offset);
