@@ -1,0 +1,244 @@
+// Tools that combine and lay out whole pictures.
+
+#include <cmath>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/framework/ToolUnderTest.h"
+
+namespace ombrelune::test {
+
+TEST(Combine, MixesByItsFractions)
+{
+    Picture const source = Plain(kDepthFloat, {0.2F, 0.2F, 0.2F, 0.5F}, 2, 2);
+    Picture const second = Plain(kDepthFloat, {0.4F, 0.4F, 0.4F, 0.75F}, 4, 4);
+    struct {
+        float additive;
+        int sum;
+        float merge, under, average, red, alpha;
+    } const rows[] = {
+        {1, 0, 1, 0, 0, 0.45F, 0.875F},     // 0.2 x 0.25 + 0.4
+        {0, 0, 1, 0, 0, 0.35F, 0.875F},     // 0.2 x 0.25 + 0.4 x 0.75
+        {1, 0, 0, 1, 0, 0.4F, 0.875F},      // 0.4 x 0.5 + 0.2
+        {1, 0, 0, 0, 2, 0.42F, 0.875F},     // 0.6 x 0.875 / 1.25
+        {1, 0, 3, -1, 0, 0.475F, 0.875F},   // (1.35 - 0.4) / 2
+        {1, 1, 3, -1, 0, 0.2375F, 0.4375F}, // the same over 4
+        {1, 0, 1, -1, 0, 0.2F, 0.5F},       // a sum of 0 leaves the picture
+    };
+    for (auto const& row : rows) {
+        ToolUnderTest tool("BF_Combine");
+        tool.Set("Addi"_id, row.additive).Set("SumF"_id, row.sum).Set("FMrg"_id, row.merge);
+        tool.Set("FMrU"_id, row.under).Set("FAvr"_id, row.average).Set("Combine image", second.get());
+        if (!tool.Image().Init(source.get())) {
+            EXPECT_EQ(row.merge + row.under + row.average, 0.0F);
+            continue;
+        }
+        KColor const result = ColorAt(*tool.On(*source), 1, 1);
+        EXPECT_NEAR(result.red, row.red, 1e-6F);
+        EXPECT_NEAR(result.alpha, row.alpha, 1e-6F);
+    }
+}
+
+namespace {
+
+/// Runs a tool that makes a picture of another size.
+Picture Resized(ToolUnderTest& tool, KImage& source, int scale = 1)
+{
+    int w = source.Width(), h = source.Height();
+    float xs = 1.0F, ys = 1.0F;
+    EXPECT_TRUE(tool.Image().GetResize(scale, w, h, xs, ys));
+    KImage* destination = source.LikeOf(w, h, xs, ys);
+    auto const engine = MakeEngine(&source, &destination, &tool.Image(), DataFor(source));
+    engine->Process();
+    engine->Finish();
+    return Picture(destination);
+}
+
+/// The red words of a picture, row by row from the top, as letters: 0 is '.', 0.1 'a', 0.2 'b' and so on.
+std::string Letters(KImage const& image)
+{
+    std::string text;
+    for (int y = image.Height(); y-- > 0; text += y > 0 ? "/" : "")
+        for (int x = 0; x < image.Width(); ++x) {
+            int const tenths = static_cast<int>(std::lround(ColorAt(image, x, y).red * 10));
+            text += tenths == 0 ? '.' : static_cast<char>('a' + tenths - 1);
+        }
+    return text;
+}
+
+/// A picture of such letters; alpha is 1 where there is one.
+Picture FromLetters(int depth, std::string_view text)
+{
+    int const width = static_cast<int>(text.find('/') == text.npos ? text.size() : text.find('/'));
+    int const height = static_cast<int>(text.size() + 1) / (width + 1);
+    return MakePicture(depth, width, height, [&](int x, int y) {
+        char const letter = text[static_cast<std::size_t>((height - 1 - y) * (width + 1) + x)];
+        float const value = letter == '.' ? 0.0F : static_cast<float>(letter - 'a' + 1) / 10.0F;
+        return KColor(value, 0.0F, 0.0F, letter == '.' ? 0.0F : 1.0F);
+    });
+}
+
+} // namespace
+
+TEST(Canvas, TurnsFlipsCropsAndExtends)
+{
+    struct {
+        int rotation;
+        bool flipX, flipY;
+        int crop, x, y, width, height, edges;
+        char const* result;
+    } const rows[] = {
+        {0, false, false, 0, 0, 0, 1, 1, 0, "abc/def"},
+        {1, false, false, 0, 0, 0, 1, 1, 0, "fed/cba"},
+        {1, true, true, 0, 0, 0, 1, 1, 0, "abc/def"},
+        {2, false, false, 0, 0, 0, 1, 1, 0, "cf/be/ad"}, // counter-clockwise as it is seen
+        {3, false, false, 0, 0, 0, 1, 1, 0, "da/eb/fc"},
+        {0, true, false, 0, 0, 0, 1, 1, 0, "cba/fed"},
+        {0, false, true, 0, 0, 0, 1, 1, 0, "def/abc"},
+        {0, false, false, 1, 9, 9, 5, 4, 0, "iiiii/iabci/idefi/iiiii"},
+        {2, false, false, 1, 9, 9, 4, 3, 0, "icfi/ibei/iadi"},
+        {0, false, false, 2, 1, -1, 3, 2, 0, "efi/iii"},
+        {0, false, false, 2, -1, 0, 5, 3, 1, "fdefd/cabca/fdefd"},
+        {0, false, false, 2, -1, 0, 5, 3, 2, "aabcc/aabcc/ddeff"},
+        {0, false, false, 2, 1 << 24, 1 << 24, 2, 2, 0, "ii/ii"},
+    };
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        for (auto const& row : rows) {
+            Picture const source = FromLetters(depth, "abc/def");
+            ToolUnderTest tool("BF_Canvas");
+            tool.Set("CaRo"_id, row.rotation).Set("CaFH"_id, row.flipX).Set("CaFV"_id, row.flipY);
+            tool.Set("Crop"_id, row.crop).Set("CrOH"_id, row.x).Set("CrOV"_id, row.y);
+            tool.Set("CrWi"_id, row.width).Set("CrHe"_id, row.height).Set("CrEd"_id, row.edges);
+            tool.Set("CExR"_id, KColor(0.9F, 0, 0, 1));
+            EXPECT_EQ(Letters(*Resized(tool, *source)), row.result);
+        }
+    }
+}
+
+TEST(Canvas, TellsSizeAndAspect)
+{
+    struct {
+        int rotation, aspect;
+        float x, y;
+    } const rows[] = {{0, 1, 2, 1}, {2, 1, 1, 2}, {3, 0, 2, 1}, {0, 2, 1, 2}, {2, 3, 3, 1e-6F}};
+    for (auto const& row : rows) {
+        ToolUnderTest tool("BF_Canvas");
+        tool.Set("CaRo"_id, row.rotation).Set("CaAs"_id, row.aspect).Set("CaAS"_id, KVector2(3, -1));
+        tool.Set("Crop"_id, 2).Set("CrWi"_id, 11).Set("CrHe"_id, 2);
+        int w = 100, h = 50;
+        float x = 2, y = 1;
+        tool.Image().GetResize(4, w, h, x, y);
+        EXPECT_EQ(w, 2);
+        EXPECT_EQ(h, 1) << "at least one pixel of a proxy";
+        EXPECT_EQ(x, row.x);
+        EXPECT_EQ(y, row.y);
+    }
+    ToolUnderTest tool("BF_Canvas");
+    EXPECT_EQ(tool.Change("CrEd"_id, 0)["CExR"_id], "hidden");
+    EXPECT_EQ(tool.Change("Crop"_id, 1)["CrOH"_id], "hidden");
+    EXPECT_EQ(tool.Change("CrEd"_id, 0)["CExA"_id], "shown");
+    EXPECT_EQ(tool.Change("CaAs"_id, 3)["CaAS"_id], "shown");
+}
+
+TEST(Push, SlidesACheckerboardOfTwoPictures)
+{
+    float const third = 1.0F / 3;
+    struct {
+        float x, y;
+        char const* result;
+    } const rows[] = {
+        {0, 0, "abc/def"},      {1, 0, "ggg/ggg"},    {third, 0, "bcg/efg"},
+        {-third, 0, "gab/gde"}, {0, 0.5F, "ggg/abc"}, {third, 0.5F, "ggd/bcg"},
+        {2, 0, "abc/def"},      {-3, 0, "agg/dgg"},   {20000, 1e6F, "abc/def"},
+    };
+    for (auto const& row : rows) {
+        Picture const source = FromLetters(kDepthFloat, "abc/def"), map = FromLetters(kDepthFloat, "ggg/ggg");
+        ToolUnderTest tool("BF_Push");
+        tool.Set("PusX"_id, row.x);
+        tool.Set("PusY"_id, row.y).Set("Deformation map", map.get());
+        EXPECT_EQ(Letters(*tool.On(*source)), row.result) << row.x << ' ' << row.y;
+        tool.Set<KImage*>("Deformation map", nullptr);
+        if (row.x == 1) {
+            EXPECT_EQ(Letters(*tool.On(*source)), ".../...");
+        }
+    }
+}
+
+TEST(Rest, BringsEachColumnToTheFloor)
+{
+    // On the floor: h is the row where the column begins, from below, plus its 1. Under it: the first from
+    // above.
+    struct {
+        char const* source;
+        int position;
+        KVector2 left, right;
+        float amount;
+        char const* result;
+    } const rows[] = {
+        {"..c/ab./.b./...", 0, {0, 1}, {3, 1}, 1, ".../.../.b./abc"},
+        {"..c/ab./.b./...", 1, {0, 4}, {3, 4}, 1, "abc/.b./.../..."},
+        {"a.c/.../.../...", 0, {0, 1}, {3, 1}, 1, ".../.../.../a.c"},
+        {"a.c/.../.../...", 0, {0, 2}, {2, 4}, 1, "..c/.../a../..."},
+        {"a../.../.../...", 0, {5, 2}, {5, 4}, 0.5F, ".../.../a../..."}, // both ends at one x: no floor
+        {".../.../.../...", 0, {0, 1}, {3, 1}, 1, ".../.../.../..."},
+    };
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        for (auto const& row : rows) {
+            Picture const source = FromLetters(depth, row.source);
+            ToolUnderTest tool("BF_Rest");
+            tool.Set("Chan"_id, 3).Set("Posi"_id, row.position).Set("Leng"_id, row.amount);
+            tool.Set("FlrL"_id, row.left).Set("FlrR"_id, row.right);
+            EXPECT_EQ(Letters(*tool.On(*source)), row.result) << row.source;
+        }
+    }
+}
+
+TEST(Border, CastsShadowsInwardsAndBehind)
+{
+    // One row, no blur: the shadow lies one pixel further to the right.
+    auto const picture = [](float red) {
+        return MakePicture(kDepthFloat, 5, 1,
+                           [=](int x, int) { return x == 1 || x == 2 ? KColor(red, 0, 0, 1) : KColor(); });
+    };
+    auto const tool = [](bool drops, bool falls, float blend) {
+        ToolUnderTest border("BF_Border");
+        border.Set("SDro"_id, drops).Set("SInn"_id, falls).Set("Blnd"_id, blend);
+        for (std::uint32_t id : {"SDPo"_id, "SIPo"_id}) border.Set(id, KVector2(0.7F, 0.5F));
+        for (std::uint32_t id : {"SDBX"_id, "SIBX"_id}) border.Set(id, 0.0F);
+        border.Set("SDCo"_id, KColor(0.4F, 0, 0, 0.5F)).Set("SICo"_id, KColor(0.4F, 0, 0, 0.5F));
+        return border;
+    };
+    struct {
+        bool drops, falls;
+        float blend;
+        std::vector<float> red, alpha;
+    } const rows[] = {
+        {false, false, 0.5F, {0, 0.4F, 0.4F, 0, 0}, {0, 0.5F, 0.5F, 0, 0}},
+        {true, false, 1, {0, 0.8F, 0.8F, 0.2F, 0}, {0, 1, 1, 0.5F, 0}},
+        {false, true, 1, {0, 0.6F, 0.8F, 0, 0}, {0, 1, 1, 0, 0}}, // 0.2 + 0.8 / 2
+        {false,
+         true,
+         0.75F,
+         {0, 0.5F, 0.6F, 0, 0},
+         {0, 0.875F, 0.75F, 0, 0}}, // a quarter of the shadow alone
+        {true, true, 1, {0, 0.6F, 0.8F, 0.2F, 0}, {0, 1, 1, 0.5F, 0}},
+    };
+    for (auto const& row : rows) {
+        Picture const source = picture(0.8F);
+        ToolUnderTest border = tool(row.drops, row.falls, row.blend);
+        Picture const result = border.On(*source);
+        for (int x = 0; x < 5; ++x) {
+            EXPECT_NEAR(ColorAt(*result, x, 0).red, row.red[static_cast<std::size_t>(x)], 1e-5F) << x;
+            EXPECT_NEAR(ColorAt(*result, x, 0).alpha, row.alpha[static_cast<std::size_t>(x)], 1e-5F) << x;
+        }
+    }
+    KProcessImageData data = DataFor(*picture(0.8F));
+    data.channels[3] = false;
+    Picture const source = picture(0.8F);
+    EXPECT_EQ(ColorAt(*Apply(tool(true, false, 1).Image(), *source, data), 3, 0), KColor(0.2F, 0, 0, 0));
+}
+
+} // namespace ombrelune::test
