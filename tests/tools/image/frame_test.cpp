@@ -1,5 +1,6 @@
 // Tools that combine and lay out whole pictures.
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <string_view>
@@ -7,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/framework/ToolUnderTest.h"
+#include "tests/framework/Expect.h"
 
 namespace ombrelune::test {
 
@@ -55,6 +56,13 @@ Picture Resized(ToolUnderTest& tool, KImage& source, int scale = 1)
     engine->Process();
     engine->Finish();
     return Picture(destination);
+}
+
+void SetStandard(ToolUnderTest& tool, KParameterStandard standard, int value)
+{
+    for (KParameter* parameter : tool.Effect().parameters.Each<KParameter>())
+        if (parameter->control == KCT_Standard && parameter->standard == standard)
+            *static_cast<int*>(parameter->target) = value;
 }
 
 /// The red words of a picture, row by row from the top, as letters: 0 is '.', 0.1 'a', 0.2 'b' and so on.
@@ -239,6 +247,124 @@ TEST(Border, CastsShadowsInwardsAndBehind)
     data.channels[3] = false;
     Picture const source = picture(0.8F);
     EXPECT_EQ(ColorAt(*Apply(tool(true, false, 1).Image(), *source, data), 3, 0), KColor(0.2F, 0, 0, 0));
+}
+
+TEST(Spread, FillsRoundByRound)
+{
+    struct {
+        int rounds;
+        char const* source;
+        char const* result;
+    } const rows[] = {
+        {0, "b...h", "b...h"},
+        {1, "b...h", "bb.hh"},
+        {2, "b...h", "bbehh"}, // half of 0.2 and 0.8
+        {1 << 24, "b...../....../......", "bbbbbb/bbbbbb/bbbbbb"},
+        {9, "..../....", "..../...."},
+        {1, "b.h/.../b..", "beh/bdh/bb."}, // 1.2 / 3
+    };
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        for (auto const& row : rows) {
+            Picture const source = FromLetters(depth, row.source);
+            EXPECT_EQ(Letters(*ToolUnderTest("BF_Spread").Set("SofS"_id, row.rounds).On(*source)),
+                      row.result);
+        }
+    }
+    // Colour is weighted by alpha, since it is premultiplied: (0.2 + 0.1) / (1 + 0.5).
+    Picture const source = MakePicture(kDepthFloat, 3, 1, [](int x, int) {
+        return x == 1 ? KColor(0.7F, 0, 0, -1) : x == 0 ? KColor(0.2F, 0, 0, 1) : KColor(0.1F, 0, 0, 0.5F);
+    });
+    ExpectNear(ColorAt(*ToolUnderTest("BF_Spread").On(*source), 1, 0), {0.2F, 0, 0, 1});
+}
+
+TEST(Sort, OrdersPixelsOrTakesThoseOfAMap)
+{
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        Picture const source = FromLetters(depth, "cbd/fea"), map = FromLetters(depth, "ihg/ghi");
+        ToolUnderTest sort("BF_Sort");
+        EXPECT_EQ(Letters(*sort.On(*source)), "def/abc") << "the least is the first pixel from below";
+        EXPECT_EQ(Letters(*sort.Set("Order map", map.get()).On(*source)), "hgh/iig") << "two of each";
+    }
+    // The first channel is equal, so the next one counts; full ties keep their order.
+    Picture const source = MakePicture(kDepthFloat, 4, 1, [](int x, int) {
+        return KColor(0.5F, x == 1 ? 0.1F : 0.3F, x == 0 ? NAN : static_cast<float>(x), 0);
+    });
+    ToolUnderTest sort("BF_Sort");
+    sort.Set("Cha1"_id, 0).Set("Cha2"_id, 1).Set("Cha3"_id, 3).Set("Cha4"_id, 3).Set("Cha5"_id, 3);
+    Picture const result = sort.On(*source);
+    EXPECT_EQ(ColorAt(*result, 0, 0).blue, 1);
+    EXPECT_TRUE(std::isnan(ColorAt(*result, 1, 0).blue));
+    EXPECT_EQ(ColorAt(*result, 2, 0).blue, 2);
+    sort.Set("Cha3"_id, 2);
+    EXPECT_TRUE(std::isnan(ColorAt(*sort.On(*source), 3, 0).blue)) << "what is no number comes last";
+}
+
+TEST(Sort, AgreesWithAStableSortOfManyPixels)
+{
+    Picture const source = MakeBusyPicture(kDepthInt16, 131, 67);
+    std::vector<std::pair<std::uint32_t, int>> keys;
+    for (int i = 0; i < 131 * 67; ++i) keys.emplace_back(WordsAt(*source, i % 131, i / 131).alpha, i);
+    std::ranges::stable_sort(keys, {}, &std::pair<std::uint32_t, int>::first);
+    ToolUnderTest sort("BF_Sort");
+    for (std::uint32_t i = 0; i < 5; ++i) sort.Set("Cha1"_id + i, 3);
+    Picture const result = sort.On(*source);
+    for (int i = 0; i < 131 * 67; ++i) {
+        int const from = keys[static_cast<std::size_t>(i)].second;
+        ASSERT_EQ(WordsAt(*result, i % 131, i / 131), WordsAt(*source, from % 131, from / 131)) << i;
+    }
+}
+
+TEST(Dither, GivesTheLevelsOfItsMethod)
+{
+    enum { kNone, kOrdered, kSimple, kFloydSteinberg };
+    struct {
+        int bits, method, side;
+        float multiplier;
+        std::vector<int> words, result; // of two rows, the lower one first
+    } const rows[] = {
+        {8, kNone, 4, 1, {0, 255, 256, 65535, 1000, 65279}, {0, 0, 257, 65535, 771, 65278}},
+        {3, kNone, 4, 1, {8191, 8192, 40000, 65535, 0, 0}, {0, 9362, 37449, 65535, 0, 0}}, // 001001...,
+                                                                                           // 100100...
+        {16, kFloydSteinberg, 4, 1, {1, 2, 3, 65535, 12345, 0}, {1, 2, 3, 65535, 12345, 0}},
+        // Half of one bit's range: up where twice the threshold is not above 16; the rows are 1 9 3 and 13
+        // 5 15.
+        {1, kOrdered, 4, 1, {32767, 32767, 32767, 32767, 32767, 32767}, {65535, 0, 65535, 0, 65535, 0}},
+        {1, kOrdered, 3, 1, {32767, 32767, 32767, 32767, 32767, 32767}, {65535, 0, 0, 0, 65535, 65535}},
+        // 30000 is below the half, its error of 30000 makes 60000, whose error of -5535 makes 24465.
+        {1, kSimple, 4, 1, {30000, 30000, 30000, 30000, 30000, 30000}, {0, 65535, 0, 0, 65535, 0}},
+        {1, kSimple, 4, 0, {30000, 30000, 30000, 40000, 40000, 40000}, {0, 0, 0, 65535, 65535, 65535}},
+        // 30000: error 30000, so 11250 go on, 11250 down and 7500 down beyond. 41250: error -24285, -9106 on,
+        // -9106 + 7500 down, -6071 beyond. 20894: error 20894, 7835 - 6071 down. Above: 41250, whose error of
+        // -24285 hands -9106 on; 30000 - 1606 - 9106 = 19288, whose 7233 make 38997.
+        {1,
+         kFloydSteinberg,
+         4,
+         1,
+         {30000, 30000, 30000, 30000, 30000, 30000},
+         {0, 65535, 0, 65535, 0, 65535}},
+    };
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        for (auto const& row : rows) {
+            SCOPED_TRACE(fmt::format("{} bits, method {}", row.bits, row.method));
+            Picture const source = MakePicture(depth, 3, 2, [&](int x, int y) {
+                float const v = static_cast<float>(row.words[static_cast<std::size_t>(3 * y + x)]) / 65535.0F;
+                return KColor(v, v, v, 0.3F);
+            });
+            ToolUnderTest dither("BF_Dither");
+            dither.Set("sBit"_id, row.bits).Set("cMet"_id, row.method).Set("sMet"_id, row.side);
+            dither.Set("sFac"_id, row.multiplier);
+            SetStandard(dither, KPS_ChannelsRGBA, 5);
+            Picture const result = dither.On(*source);
+            for (int i = 0; i < 6; ++i) {
+                KColor32 const words = WordsAt(*result, i % 3, i / 3),
+                               before = WordsAt(*source, i % 3, i / 3);
+                EXPECT_EQ(words.red, row.result[static_cast<std::size_t>(i)]) << i;
+                EXPECT_EQ(words.blue, row.result[static_cast<std::size_t>(i)]) << i;
+                EXPECT_EQ(words.green, before.green) << i;
+                EXPECT_EQ(words.alpha, before.alpha) << i;
+            }
+        }
+    }
 }
 
 } // namespace ombrelune::test
