@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "image/KOffsets.h"
 #include "tests/framework/Expect.h"
 
 namespace ombrelune::test {
@@ -365,6 +366,114 @@ TEST(Dither, GivesTheLevelsOfItsMethod)
             }
         }
     }
+}
+
+TEST(MapFilter, LaysItsMapAroundEachPixel)
+{
+    Picture const map = FromLetters(kDepthFloat, "b.a");
+    struct {
+        int edges;
+        char const *source, *result;
+    } const rows[] = {
+        {0, "..i..", ".f.c."},                        // 0.9 x 0.2 / 0.3 and 0.9 x 0.1 / 0.3
+        {0, "i....", ".c..."}, {0, "ii...", "icc.."}, // at the border what is outside does not count
+        {1, "i....", ".c..f"}, {2, "i....", "cc..."}, {0, "..........i.........", ".........f.c........"},
+        {0, ".....", "....."},
+    };
+    for (int depth : {kDepthInt8, kDepthInt16, kDepthFloat}) {
+        for (auto const& row : rows) {
+            Picture const source = FromLetters(depth, row.source);
+            ToolUnderTest tool("BF_MapFilter");
+            tool.Set("MaRe"_id, false).Set("MaCh"_id, 0).Set("MapMapper map", map.get());
+            SetStandard(tool, KPS_Edges, row.edges);
+            EXPECT_EQ(Letters(*tool.On(*source)), row.result) << row.source;
+        }
+    }
+    Picture const source = FromLetters(kDepthFloat, "a");
+    EXPECT_FALSE(ToolUnderTest("BF_MapFilter").Image().Init(source.get())) << "no map";
+    ToolUnderTest tool("BF_MapFilter");
+    tool.Set("MapMapper map", map.get()).Set("MaWi"_id, 1 << 24).Set("MaHe"_id, 1);
+    EXPECT_EQ(Letters(*tool.On(*source)), "a") << "a map is never wider than its limit";
+}
+
+TEST(MapFilter, IsTheWeightedMeanOfItsEntries)
+{
+    Picture const map = MakeBusyPicture(kDepthInt16, 6, 5);
+    KOffsets const kernel(map.get(), 1, true, 0);
+    for (int depth : {kDepthInt8, kDepthInt16, kDepthFloat}) {
+        Picture const source = MakeBusyPicture(depth, 29, 7);
+        for (int edges : {0, 1, 2}) {
+            Picture results[2];
+            for (bool byRows : {false, true}) {
+                ToolUnderTest tool("BF_MapFilter", byRows);
+                tool.Set("MaRe"_id, false).Set("MaCh"_id, 1).Set("MapMapper map", map.get());
+                SetStandard(tool, KPS_Edges, edges);
+                results[byRows] = tool.On(*source);
+            }
+            EXPECT_TRUE(SameBytes(*results[0], *results[1]));
+            for (int i = 0; i < 29 * 7; ++i) {
+                double sum = 0, weight = 0;
+                for (KOffset const& entry : kernel.entries) {
+                    int const x = i % 29 + entry.x, y = i / 29 + entry.y;
+                    if (edges == 0 && (x < 0 || y < 0 || x >= 29 || y >= 7)) continue;
+                    FltPixel pixel;
+                    source->GetSample(x, y, pixel, edges);
+                    sum += entry.weight * double{pixel.green};
+                    weight += entry.weight;
+                }
+                ASSERT_NEAR(ColorAt(*results[1], i % 29, i / 29).green, sum / weight,
+                            depth == kDepthInt8 ? 2e-3 : 1e-5);
+            }
+        }
+    }
+}
+
+TEST(BlurSpace, LeavesWhatIsNotChosen)
+{
+    Picture const source = MakePicture(kDepthFloat, 40, 3, [](int x, int) {
+        return x < 20 ? KColor(0.6F, 0.4F, 0.3F, 1) : KColor(0.3F, 0.4F, 0.6F, 1);
+    });
+    auto const blurred = [&](int channels, float size, float sizeY, bool lock) {
+        ToolUnderTest tool("BF_BlurSpace");
+        tool.Set("cBlF"_id, 3).Set("sBSX"_id, size).Set("sBSY"_id, sizeY).Set("cBlL"_id, lock);
+        SetStandard(tool, KPS_ColorSpace, 2);
+        SetStandard(tool, KPS_ChannelsRGBA, channels);
+        return tool.On(*source);
+    };
+    Picture const result = blurred(6, 40, 0, true); // U and V
+    EXPECT_LT(ColorAt(*result, 19, 1).red, 0.55F);
+    EXPECT_GT(ColorAt(*result, 20, 1).red, 0.35F);
+    for (int x = 0; x < 40; ++x)
+        EXPECT_NEAR(ColorAt(*result, x, 1).Luminance(), ColorAt(*source, x, 1).Luminance(), 1e-3F) << x;
+    EXPECT_TRUE(SameBytes(*blurred(0, 40, 40, true), *source));
+    EXPECT_TRUE(SameBytes(*blurred(15, 0, 40, true), *source)) << "the lock hides the other size";
+    ExpectNear(ColorAt(*blurred(15, 0, 40, false), 19, 1), {0.6F, 0.4F, 0.3F, 1}, 1e-3);
+}
+
+TEST(Analyzer, DrawsHowOftenAValueOccurs)
+{
+    float const reds[] = {0, 0, 0.25F, 1, 0, 1, 0.3F, 7}; // the lower row first
+    for (int fraction : {1, 2, 3}) {
+        Picture const source =
+            MakePicture(kDepthFloat, 4, 2, [&](int x, int y) { return KColor(reds[4 * y + x], 0, 0, 0); });
+        ToolUnderTest tool("BF_Analyzer");
+        tool.Set("AnWi"_id, 4).Set("AnHe"_id, 10).Set("AnFr"_id, fraction);
+        tool.Set("AnSc"_id, 0.0161F / static_cast<float>(fraction)); // a little more than 2 rows a count
+        Picture const result = Resized(tool, *source);
+        ASSERT_EQ(result->Width(), 4);
+        ASSERT_EQ(result->Height(), 10);
+        int const counted[3][4] = {{3, 2, 0, 3}, {2, 1, 0, 1}, {0, 0, 0, 0}}; // all, one row, no row
+        for (int x = 0; x < 4; ++x)
+            for (int y = 0; y < 10; ++y)
+                EXPECT_EQ(ColorAt(*result, x, y).red, y < 2 * counted[fraction - 1][x] ? 1 : 0)
+                    << x << ' ' << y;
+    }
+    ToolUnderTest tool("BF_Analyzer");
+    EXPECT_TRUE(tool.Change("GuP1"_id, -1).empty());
+    tool.Change("GuLo"_id, 1);
+    EXPECT_EQ(tool.Change("GuP1"_id, 3)["GuP2"_id], "= 5");
+    EXPECT_TRUE(tool.Change("GuP2"_id, 5).empty()) << "it does not send the first one away again";
+    EXPECT_EQ(tool.Change("GuP2"_id, 4)["GuP1"_id], "= 2");
 }
 
 } // namespace ombrelune::test
