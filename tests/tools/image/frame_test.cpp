@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -474,6 +475,42 @@ TEST(Analyzer, DrawsHowOftenAValueOccurs)
     EXPECT_EQ(tool.Change("GuP1"_id, 3)["GuP2"_id], "= 5");
     EXPECT_TRUE(tool.Change("GuP2"_id, 5).empty()) << "it does not send the first one away again";
     EXPECT_EQ(tool.Change("GuP2"_id, 4)["GuP1"_id], "= 2");
+}
+
+TEST(ShadeBySample, LooksEachNormalUpInItsMap)
+{
+    Picture const map = FromLetters(kDepthFloat, "abc/def/ghi"); // a ball as it is seen, its top above
+    struct {
+        KVector3 normal;
+        float turn; // about the line of sight, in quarters
+        float red;  // times an alpha of a half
+    } const rows[] = {
+        {{0, 0, 1}, 0, 0.25F},        {{-5, 0, 0}, 0, 0.2F}, {{5, 0, 0}, 0, 0.3F}, // length does not count
+        {{0, 1, 0}, 0, 0.1F},         {{0, -1, 0}, 0, 0.4F}, {{1, 0, 0}, 1, 0.1F}, // turned upwards
+        {{-0.7F, 0.7F, 0}, 0, 0.05F}, {{0, 0, 0}, 0, 0.25F}, {{NAN, 0, 0}, 0, 0.35F},
+    };
+    for (int depth : {kDepthInt16, kDepthFloat}) {
+        for (auto const& row : rows) {
+            Ref<Image> image = NewImageTagList({{Img_Width, 1},
+                                                {Img_Height, 1},
+                                                {Img_Depth, depth},
+                                                {Img_Channel, +kChannelNormalX},
+                                                {Img_Channel, +kChannelNormalY},
+                                                {Img_Channel, +kChannelNormalZ}});
+            Picture const source(KImage::ImageFromHost(image.Release(), true));
+            FltPixel pixel;
+            pixel.Clear();
+            pixel.alpha = 0.5F;
+            for (int i = 0; i < 3; ++i) pixel.SetAux(kChannelNormalX + i, row.normal[i]);
+            source->SetPixel(0, 0, pixel);
+            KTransformation rotation;
+            rotation.rotation.z = row.turn * std::numbers::pi_v<float> / 2;
+            ToolUnderTest tool("BF_ShadeBySample");
+            EXPECT_FALSE(tool.Image().Init(source.get())) << "no map";
+            tool.Set("Shading Map", map.get()).Set("Rota"_id, rotation);
+            ExpectNear(ColorAt(*tool.On(*source), 0, 0), {row.red, 0, 0, 0.5F}, 2e-5);
+        }
+    }
 }
 
 } // namespace ombrelune::test
