@@ -57,7 +57,8 @@ private:
     /// The same place in the first repetition: places in 16.16 end at 32767.
     static float Within(float place, int size)
     {
-        return static_cast<float>(place - std::floor(place / size) * size);
+        double const frame = size;
+        return static_cast<float>(place - std::floor(place / frame) * frame);
     }
 
     float stepX = 0.0F, stepY = 0.0F; // pixels
