@@ -49,7 +49,11 @@ public:
         float const share = mean != 0.0F ? mean / both : 0.0F;
         auto const mixed = [&](float ca, float cb) {
             cb *= keep;
-            return (merge * (ca * nb + cb) + mergeUnder * (cb * na + ca) + share * (ca + cb)) / sum;
+            // What has no part in it leaves no trace, even of what is not finite.
+            float color = merge != 0.0F ? merge * (ca * nb + cb) : 0.0F;
+            if (mergeUnder != 0.0F) color += mergeUnder * (cb * na + ca);
+            if (share != 0.0F) color += share * (ca + cb);
+            return color / sum;
         };
         FltPixel result = a;
         result.red = mixed(a.red, b.red);

@@ -9,7 +9,6 @@
 #include "framework/RowForms.h"
 #include "host/value/Parallel.h"
 #include "image/RowLoop.h"
-#include "image/Saturate.h"
 
 namespace ombrelune {
 
@@ -177,8 +176,9 @@ private:
     /// Bounded, since a multiplier above 1 makes it grow from pixel to pixel.
     int Error(int difference) const
     {
-        constexpr int kMost = 1 << 28;
-        return std::clamp(SaturatedInt(multiplier * static_cast<float>(difference)), -kMost, kMost);
+        constexpr float kMost = 1 << 28;
+        float const error = multiplier * static_cast<float>(difference);
+        return static_cast<int>(std::min(std::max(-kMost, error), kMost)); // also of what is no number
     }
 
     /// The upper bits, repeated into the lower ones, `step` levels up.

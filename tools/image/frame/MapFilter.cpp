@@ -64,14 +64,6 @@ public:
         // clang-format on
     }
 
-    KMessageList* AffectInputs(std::uint32_t id, KParameterValue& value) override
-    {
-        auto* messages = new KMessageList;
-        if (id == "MaRe"_id)
-            for (std::uint32_t each : {"MaWi"_id, "MaHe"_id}) messages->Show(each, value.intValue > 0);
-        return messages;
-    }
-
     bool Init(KImage* source) override
     {
         if (!KEffectPixel::Init(source) || !map || source->BoundingBox().IsEmpty()) return false;
