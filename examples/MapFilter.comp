@@ -1,13 +1,23 @@
 -- Lights out of focus, through a lens whose aperture is a heart: the picture of a heart is the kernel.
 Composition {
-  FrameFormat = { Width = 640, Height = 427, Rate = 24, Depth = 6 },
+  FrameFormat = { Width = 420, Height = 210, Rate = 24, Depth = 6 },
   Tools = ordered() {
     File = Loader { Inputs = { Filename = Input { Value = "media/rocket.jpg" } } },
-    Black = Background { Inputs = { Width = Input { Value = 640 }, Height = Input { Value = 427 } } },
+    Black = Background { Inputs = { Width = Input { Value = 420 }, Height = Input { Value = 210 } } },
+    Near = Brassfennel.BF_Canvas {
+      Inputs = {
+        Image = Input { SourceOp = "File", Source = "Output" },
+        Crop = Input { Value = "Free" },
+        OffsetHorizontal = Input { Value = 62 },
+        OffsetVertical = Input { Value = 0 },
+        Width = Input { Value = 420 },
+        Height = Input { Value = 210 },
+      },
+    },
     Photo = Merge {
       Inputs = {
         Background = Input { SourceOp = "Black", Source = "Output" },
-        Foreground = Input { SourceOp = "File", Source = "Output" },
+        Foreground = Input { SourceOp = "Near", Source = "Output" },
       },
     },
     Cores = Brassfennel.BF_Threshold {
@@ -34,8 +44,8 @@ Composition {
         Image = Input { SourceOp = "Photo", Source = "Output" },
         Channel = Input { Value = "Alpha" },
         MapMappermap = Input { SourceOp = "Heart", Source = "Output" },
-        Mapwidth = Input { Value = 50 },
-        Mapheight = Input { Value = 50 },
+        Mapwidth = Input { Value = 44 },
+        Mapheight = Input { Value = 44 },
         Edges = Input { Value = "Duplicate" },
       },
     },
@@ -44,16 +54,16 @@ Composition {
         Image = Input { SourceOp = "Lamps", Source = "Output" },
         Channel = Input { Value = "Alpha" },
         MapMappermap = Input { SourceOp = "Heart", Source = "Output" },
-        Mapwidth = Input { Value = 50 },
-        Mapheight = Input { Value = 50 },
+        Mapwidth = Input { Value = 44 },
+        Mapheight = Input { Value = 44 },
       },
     },
     Bright = Brassfennel.BF_Combine {
       Inputs = {
         Image = Input { SourceOp = "Black", Source = "Output" },
         Combineimage = Input { SourceOp = "Bokeh", Source = "Output" },
-        FractionMerge = Input { Value = 8 },
-        FractionMergeUnder = Input { Value = -7 },
+        FractionMerge = Input { Value = 7 },
+        FractionMergeUnder = Input { Value = -6 },
       },
     },
     Both = ChannelBooleans {
