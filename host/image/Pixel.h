@@ -12,6 +12,9 @@ enum HostChannel {
     kChannelRed = 2,
     kChannelAlpha = 3,
     kChannelZ = 4, ///< distance from the camera
+    kChannelNormalX = 10, ///< of the surface, of length 1, z towards the camera
+    kChannelNormalY = 11,
+    kChannelNormalZ = 12,
     kChannelVelocityX = 21,
     kChannelVelocityY = 22,
     kChannelLast = 62,

@@ -22,8 +22,9 @@ struct ReadResult {
 /// stored, without colour conversion.
 /// - Depth: 8-bit files give Int8, other integers up to 16 bits Int16, half Half, all else Float.
 /// - Colour is premultiplied when the file says that it is not; alpha is 1 when the file has none.
-/// - Grey goes to red, green and blue. OpenEXR: channels R, G, B, A or Y, and Z, velocity.X, velocity.Y as
-///   auxiliary ones; others are left out. The picture is the display window, 0 outside the data window.
+/// - Grey goes to red, green and blue. OpenEXR: channels R, G, B, A or Y, and Z, N.X to N.Z,
+///   velocity.X and velocity.Y as auxiliary ones; others are left out. The picture is the display window, 0
+///   outside the data window.
 /// - A turned or mirrored camera picture is put upright.
 /// - With a proxy N the size is rounded down, so that the original size divided by this one gives N, and the
 ///   attributes Img_OriginalWidth and Img_OriginalHeight tell the original.

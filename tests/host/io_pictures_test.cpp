@@ -277,6 +277,7 @@ TEST(Pictures, ExrChannelsAreKnownByNameAndWindowsAreKept)
                                {{"A", 500.0F},
                                 {"B", 300.0F},
                                 {"G", 200.0F},
+                                {"NY", -7.0F},
                                 {"R", 100.0F},
                                 {"Z", 900.0F},
                                 {"albedo.R", 0.0F},
@@ -287,10 +288,11 @@ TEST(Pictures, ExrChannelsAreKnownByNameAndWindowsAreKept)
     EXPECT_EQ(image->Width(), 4);
     EXPECT_EQ(image->Height(), 3);
     EXPECT_EQ(image->XScale() / image->YScale(), 2.0);
-    EXPECT_EQ(image->AuxChannels(), (std::vector<int>{kChannelZ, kChannelVelocityX}));
+    EXPECT_EQ(image->AuxChannels(), (std::vector<int>{kChannelZ, kChannelNormalY, kChannelVelocityX}));
     FltPixel const pixel = FloatAt(image, 1, 0); // x 1, y 1 of the data
     EXPECT_EQ(Words(pixel), (std::vector<float>{111.0F, 211.0F, 311.0F, 511.0F}));
     EXPECT_EQ(pixel.Aux(kChannelZ), 911.0F);
+    EXPECT_EQ(pixel.Aux(kChannelNormalY), 4.0F);
     EXPECT_EQ(pixel.Aux(kChannelVelocityX), -39.0F);
     for (auto [x, y] : {std::pair(0, 2), std::pair(2, 0), std::pair(3, 1)}) {
         EXPECT_EQ(Words(FloatAt(image, x, y)), (std::vector<float>{0.0F, 0.0F, 0.0F, 0.0F}))

@@ -23,6 +23,9 @@ struct AuxName {
 };
 inline constexpr AuxName kAuxNames[] = {
     {kChannelZ, "Z", "depth.Z"},
+    {kChannelNormalX, "N.X", "NX"},
+    {kChannelNormalY, "N.Y", "NY"},
+    {kChannelNormalZ, "N.Z", "NZ"},
     {kChannelVelocityX, "velocity.X", "VX"},
     {kChannelVelocityY, "velocity.Y", "VY"},
 };
