@@ -107,12 +107,12 @@ private:
             for (int c = 0; c < 3; ++c) sums_[bin].word[c] += sign * static_cast<std::int64_t>(pixel.word[c]);
         }
 
-        void Paint(int mode, Pixel& pixel) const
+        void Paint(int which, Pixel& pixel) const
         {
             auto const isUsed = [](int count) { return count > 0; };
             auto chosen = counts_.begin();
-            if (mode == kMinimum) chosen = std::find_if(counts_.begin(), counts_.end(), isUsed);
-            else if (mode == kMaximum) {
+            if (which == kMinimum) chosen = std::find_if(counts_.begin(), counts_.end(), isUsed);
+            else if (which == kMaximum) {
                 auto const last = std::find_if(counts_.rbegin(), counts_.rend(), isUsed);
                 chosen = last == counts_.rend() ? counts_.end() : last.base() - 1;
             } else {
@@ -144,8 +144,10 @@ private:
     /// White within the brush. Null when memory is out.
     std::unique_ptr<KImage> MakeBrush(KImage const& source) const
     {
-        float const rx = std::min(kLargestRadius, radius * static_cast<float>(width) / 720.0F);
-        float const ry = std::min(kLargestRadius, rx * pixelAspect * aspect);
+        // Beyond the size of the picture a brush would hold more of its border alone.
+        float const largest = std::min(kLargestRadius, static_cast<float>(std::max(width, height)));
+        float const rx = std::min(largest, radius * static_cast<float>(width) / 720.0F);
+        float const ry = std::min(largest, rx * pixelAspect * aspect);
         auto const side = [](float r) { return std::max(3, 2 * TruncateToInt(std::ceil(r)) + 1); };
         std::unique_ptr<KImage> made(source.LikeOf(side(rx), side(ry), 1.0F, 1.0F));
         if (!made) return nullptr;
