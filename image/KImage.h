@@ -15,6 +15,11 @@ namespace ombrelune {
 
 class KLookUpTable;
 
+/// Rows first to end - 1.
+struct KImageRows {
+    int first, end;
+};
+
 /// Thin wrapper around one host image: holds no pixels, copies nothing. Places are pixels, row 0 at the
 /// bottom. Colour is premultiplied. Readers may share an image between threads; writers keep to rows of their
 /// own. Operations whose name ends in Of give a new wrapper that the caller owns, or null when memory is out.
@@ -256,8 +261,10 @@ public:
     /// @param shape       0 ellipse, 1 rectangle, 2 diamond, 3 the map; without a map 3 is 0
     /// @param colorSource 2 the map's own colour, else the colour, with a map times its luminance
     /// @param merge       0 the larger, 1 sum, 2 difference, 3 screen
+    /// @param rows        rows that it may write; null for all
     void DrawDot(KVector2 const& center, KVector2 const& size, float angle, bool noRotation, int samples,
-                 int shape, int colorSource, int merge, KColor const& color, KImage const* map);
+                 int shape, int colorSource, int merge, KColor const& color, KImage const* map,
+                 KImageRows const* rows = nullptr);
 
 private:
     bool IsInside(int x, int y) const

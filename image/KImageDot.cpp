@@ -54,7 +54,8 @@ float Merge(int merge, float a, float b)
 } // namespace
 
 void KImage::DrawDot(KVector2 const& center, KVector2 const& size, float angle, bool noRotation, int samples,
-                     int shape, int colorSource, int merge, KColor const& color, KImage const* map)
+                     int shape, int colorSource, int merge, KColor const& color, KImage const* map,
+                     KImageRows const* rows)
 {
     if (!map && shape == 3) shape = 0;
     if (!map && colorSource == 2) colorSource = 0;
@@ -76,8 +77,9 @@ void KImage::DrawDot(KVector2 const& center, KVector2 const& size, float angle, 
                up = static_cast<float>(std::max(height_ - 1, 1));
     int const left = std::max(TruncateToInt((center.x - half.x) * across - 1.0F), 0);
     int const right = std::min(TruncateToInt((center.x + half.x) * across + 1.0F), width_ - 1);
-    int const low = std::max(TruncateToInt((center.y - half.y) * up - 1.0F), 0);
-    int const high = std::min(TruncateToInt((center.y + half.y) * up + 1.0F), height_ - 1);
+    int const low = std::max(TruncateToInt((center.y - half.y) * up - 1.0F), rows ? rows->first : 0);
+    int const high =
+        std::min(TruncateToInt((center.y + half.y) * up + 1.0F), (rows ? rows->end : height_) - 1);
 
     float const aspect = FrameAspect(), c = std::cos(angle), s = std::sin(angle);
     float const sizeX = std::max(size.x, 1e-05F), sizeY = std::max(size.y, 1e-05F);

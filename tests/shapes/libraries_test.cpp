@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cmath>
 #include <random>
 
 #include <gtest/gtest.h>
