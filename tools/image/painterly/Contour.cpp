@@ -124,8 +124,8 @@ private:
     {
         auto const sample = [&](float x, float y) {
             Record taken;
-            softened->SamplePixelD(x * static_cast<float>(width), y * static_cast<float>(height) * frameAspect,
-                               taken);
+            softened->SamplePixelD(x * static_cast<float>(width),
+                                   y * static_cast<float>(height) * frameAspect, taken);
             return taken;
         };
         Record const above = sample(p.x, p.y - half.y), below = sample(p.x, p.y + half.y);
