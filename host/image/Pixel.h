@@ -11,7 +11,7 @@ enum HostChannel {
     kChannelGreen = 1,
     kChannelRed = 2,
     kChannelAlpha = 3,
-    kChannelZ = 4, ///< distance from the camera
+    kChannelZ = 4,        ///< distance from the camera
     kChannelNormalX = 10, ///< of the surface, of length 1, z towards the camera
     kChannelNormalY = 11,
     kChannelNormalZ = 12,
