@@ -154,10 +154,10 @@ private:
         made->Clear();
         Pixel white;
         for (auto& word : white.word) word = 65535;
+        KVector2i const middle{made->Width() / 2, made->Height() / 2};
         for (int y = 0; y < made->Height(); ++y)
             for (int x = 0; x < made->Width(); ++x) {
-                auto const dx = static_cast<float>(x - made->Width() / 2);
-                auto const dy = static_cast<float>(y - made->Height() / 2);
+                auto const dx = static_cast<float>(x - middle.x), dy = static_cast<float>(y - middle.y);
                 if (IsInside(dx, dy, rx, ry)) made->SetPixel(x, y, white);
             }
         return made;
