@@ -96,6 +96,36 @@ TEST(Grow, StrangeValuesDoNoHarm)
     for (data.type = -1; data.type < 4; ++data.type) EXPECT_EQ(OutsOf(1000, data).size(), 1000U);
 }
 
+TEST(Pack, FillsOnlyWhatIsFree)
+{
+    auto const isEmpty = [](KImage const& image) {
+        return SameBytes(image, *Plain(image.Depth(), KColor(), image.Width(), image.Height()));
+    };
+    Picture const full = Plain(kDepthInt16, Grey(0.5F), 40, 30),
+                  free = Plain(kDepthInt16, Grey(1.0F), 40, 30);
+    EXPECT_TRUE(isEmpty(*ToolUnderTest("BF_Pack").On(*full))); // a half is forbidden too
+    EXPECT_TRUE(isEmpty(*ToolUnderTest("BF_Pack").Set("MaxS"_id, 0.0F).On(*free)));
+    EXPECT_FALSE(isEmpty(*ToolUnderTest("BF_Pack").On(*free)));
+    EXPECT_TRUE(isEmpty(*ToolUnderTest("BF_Pack").Set("RTRL"_id, KRange(0.0F, 0.0F)).On(*free)));
+
+    // The left half is free: marks end a pixel after it at most, where their soft edge does.
+    Picture const half =
+        MakePicture(kDepthInt16, 80, 60, [](int x, int) { return Grey(x < 40 ? 1.0F : 0.0F); });
+    for (int shape = 0; shape < 3; ++shape) {
+        Picture const packed = ToolUnderTest("BF_Pack").Set("Shap"_id, shape).On(*half);
+        int used = 0;
+        for (int y = 0; y < 60; ++y) {
+            for (int x = 0; x < 40; ++x) used += ColorAt(*packed, x, y).alpha > 0.5F;
+            for (int x = 42; x < 80; ++x) ASSERT_EQ(ColorAt(*packed, x, y).alpha, 0.0F) << shape << ' ' << x;
+        }
+        EXPECT_GT(used, 40 * 60 / 3) << shape;
+    }
+    // A shape that is hardly there is a circle.
+    Picture const nothing = Plain(kDepthInt16, KColor(), 8, 8);
+    Picture const asShape = ToolUnderTest("BF_Pack").Set("Shap"_id, 3).Set("Shape", nothing.get()).On(*half);
+    EXPECT_TRUE(SameBytes(*asShape, *ToolUnderTest("BF_Pack").On(*half)));
+}
+
 TEST(Fragments, FadesPartsInTurn)
 {
     Picture const source = GreyRow(kDepthInt16, {0.4F, 0, 0.8F, 0.8F, 0, 0.6F});
