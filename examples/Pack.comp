@@ -9,7 +9,7 @@ Composition {
         StyledText = Input { Value = "BREW" },
         Font = Input { Value = "DejaVu Sans" },
         Style = Input { Value = "Bold" },
-        Size = Input { Value = 0.34 },
+        Size = Input { Value = 0.27 },
       },
     },
     Colors = Loader { Inputs = { Filename = Input { Value = "media/coffee.png" } } },

@@ -101,7 +101,7 @@ TEST(Pack, FillsOnlyWhatIsFree)
     auto const isEmpty = [](KImage const& image) {
         return SameBytes(image, *Plain(image.Depth(), KColor(), image.Width(), image.Height()));
     };
-    Picture const full = Plain(kDepthInt16, Grey(0.5F), 40, 30),
+    Picture const full = Plain(kDepthFloat, Grey(0.5F), 40, 30),
                   free = Plain(kDepthInt16, Grey(1.0F), 40, 30);
     EXPECT_TRUE(isEmpty(*ToolUnderTest("BF_Pack").On(*full))); // a half is forbidden too
     EXPECT_TRUE(isEmpty(*ToolUnderTest("BF_Pack").Set("MaxS"_id, 0.0F).On(*free)));
