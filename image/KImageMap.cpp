@@ -7,7 +7,7 @@
 #include <numeric>
 
 #include "image/KImage.h"
-#include "image/KRandom.h"
+#include "image/KRandomStream.h"
 #include "image/RowLoop.h"
 
 namespace ombrelune {
@@ -62,12 +62,12 @@ void KImageMapIterator::SetSize(int width, int height, unsigned seed)
     width_ = width;
     height_ = height;
     seed_ = seed;
-    KRandomSeed(seed);
+    KRandomStream random(seed);
     std::vector<KeyedPixel> pixels(static_cast<std::size_t>(std::max(width, 0)) *
                                    static_cast<std::size_t>(std::max(height, 0)));
     // Floats that are not negative have the order of their bits.
     for (std::size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = KeyedPixel{std::bit_cast<std::uint32_t>(KRandom(1.0F))} << 32 | i;
+        pixels[i] = KeyedPixel{std::bit_cast<std::uint32_t>(random.Random(1.0F))} << 32 | i;
     SortLargestFirst(pixels);
     order_.assign(pixels.begin(), pixels.end()); // the numbers alone
 }

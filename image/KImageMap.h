@@ -13,8 +13,8 @@ class KImage;
 /// Visits each pixel of a map once, in random order.
 class KImageMapIterator {
 public:
-    /// Starts again. Draws a new order when one of the three has changed: the process-wide generator is
-    /// seeded and gives each pixel a key; larger keys come first, and equal keys in the order of their
+    /// Starts again. Draws a new order when one of the three has changed: a stream of that seed gives
+    /// each pixel a key; larger keys come first, and equal keys in the order of their
     /// pixels.
     void SetSize(int width, int height, unsigned seed);
     /// False at the end.

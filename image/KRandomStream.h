@@ -32,6 +32,10 @@ public:
     long Next();
     /// As KRandom(a).
     float Random(float a) { return a * RandomPart(Next()); }
+    /// As KRandom(a, b).
+    float Random(float a, float b) { return a + Random(b - a); }
+    /// As KRandomInt(n), for any n above 0.
+    long RandomInt(std::int64_t n) { return Next() % n; }
 
 private:
     static constexpr int kLag = 31;

@@ -13,7 +13,7 @@ namespace ombrelune {
 
 namespace {
 
-constexpr double kLeastDistance = 0.0001, kMostSamples = 1 << 20;
+constexpr double kLeastDistance = 0.0001, kMostSamples = 1 << 16;
 constexpr float kFullTurn = 6.2831855F;
 
 } // namespace

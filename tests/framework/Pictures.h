@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cmath>
 #include <cstring>
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "image/KColor32.h"
@@ -77,6 +80,30 @@ inline bool SameBytes(KImage const& a, KImage const& b)
     for (int y = 0; y < a.Height(); ++y)
         if (std::memcmp(a.FImage()->MainRow(y), b.FImage()->MainRow(y), bytes) != 0) return false;
     return true;
+}
+
+/// The red words of a picture, row by row from the top, as letters: 0 is '.', 0.1 'a', 0.2 'b' and so on.
+inline std::string Letters(KImage const& image)
+{
+    std::string text;
+    for (int y = image.Height(); y-- > 0; text += y > 0 ? "/" : "")
+        for (int x = 0; x < image.Width(); ++x) {
+            int const tenths = static_cast<int>(std::lround(ColorAt(image, x, y).red * 10));
+            text += tenths == 0 ? '.' : static_cast<char>('a' + tenths - 1);
+        }
+    return text;
+}
+
+/// A picture of such letters; alpha is 1 where there is one.
+inline Picture FromLetters(int depth, std::string_view text)
+{
+    int const width = static_cast<int>(text.find('/') == text.npos ? text.size() : text.find('/'));
+    int const height = static_cast<int>(text.size() + 1) / (width + 1);
+    return MakePicture(depth, width, height, [&](int x, int y) {
+        char const letter = text[static_cast<std::size_t>((height - 1 - y) * (width + 1) + x)];
+        float const value = letter == '.' ? 0.0F : static_cast<float>(letter - 'a' + 1) / 10.0F;
+        return KColor(value, 0.0F, 0.0F, letter == '.' ? 0.0F : 1.0F);
+    });
 }
 
 } // namespace ombrelune::test

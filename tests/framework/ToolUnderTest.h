@@ -193,4 +193,17 @@ private:
     std::shared_ptr<KImage> source_;
 };
 
+/// Runs a tool that makes a picture of another size.
+inline Picture Resized(ToolUnderTest& tool, KImage& source, int scale = 1)
+{
+    int w = source.Width(), h = source.Height();
+    float xs = 1.0F, ys = 1.0F;
+    tool.Image().GetResize(scale, w, h, xs, ys);
+    KImage* destination = source.LikeOf(w, h, xs, ys);
+    auto const engine = MakeEngine(&source, &destination, &tool.Image(), DataFor(source));
+    engine->Process();
+    engine->Finish();
+    return Picture(destination);
+}
+
 } // namespace ombrelune::test

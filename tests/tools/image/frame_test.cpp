@@ -47,48 +47,11 @@ TEST(Combine, MixesByItsFractions)
 
 namespace {
 
-/// Runs a tool that makes a picture of another size.
-Picture Resized(ToolUnderTest& tool, KImage& source, int scale = 1)
-{
-    int w = source.Width(), h = source.Height();
-    float xs = 1.0F, ys = 1.0F;
-    EXPECT_TRUE(tool.Image().GetResize(scale, w, h, xs, ys));
-    KImage* destination = source.LikeOf(w, h, xs, ys);
-    auto const engine = MakeEngine(&source, &destination, &tool.Image(), DataFor(source));
-    engine->Process();
-    engine->Finish();
-    return Picture(destination);
-}
-
 void SetStandard(ToolUnderTest& tool, KParameterStandard standard, int value)
 {
     for (KParameter* parameter : tool.Effect().parameters.Each<KParameter>())
         if (parameter->control == KCT_Standard && parameter->standard == standard)
             *static_cast<int*>(parameter->target) = value;
-}
-
-/// The red words of a picture, row by row from the top, as letters: 0 is '.', 0.1 'a', 0.2 'b' and so on.
-std::string Letters(KImage const& image)
-{
-    std::string text;
-    for (int y = image.Height(); y-- > 0; text += y > 0 ? "/" : "")
-        for (int x = 0; x < image.Width(); ++x) {
-            int const tenths = static_cast<int>(std::lround(ColorAt(image, x, y).red * 10));
-            text += tenths == 0 ? '.' : static_cast<char>('a' + tenths - 1);
-        }
-    return text;
-}
-
-/// A picture of such letters; alpha is 1 where there is one.
-Picture FromLetters(int depth, std::string_view text)
-{
-    int const width = static_cast<int>(text.find('/') == text.npos ? text.size() : text.find('/'));
-    int const height = static_cast<int>(text.size() + 1) / (width + 1);
-    return MakePicture(depth, width, height, [&](int x, int y) {
-        char const letter = text[static_cast<std::size_t>((height - 1 - y) * (width + 1) + x)];
-        float const value = letter == '.' ? 0.0F : static_cast<float>(letter - 'a' + 1) / 10.0F;
-        return KColor(value, 0.0F, 0.0F, letter == '.' ? 0.0F : 1.0F);
-    });
 }
 
 } // namespace
