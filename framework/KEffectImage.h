@@ -11,7 +11,7 @@ namespace ombrelune {
 /// An effect with an image output. Derived effects call Init first and Done last in their own.
 class KEffectImage : public KEffect {
 public:
-    KEffectImage() { outputs.AddImage(nullptr, "Output", 1, 1); }
+    KEffectImage() { outputs.AddImage("Output", 1, 1); }
 
     /// How many frames the effect reads at most, each reached by its slot.
     void ImagesInitialise(int count) { images.resize(static_cast<std::size_t>(count > 0 ? count : 0)); }

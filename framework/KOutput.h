@@ -19,9 +19,10 @@ public:
 
 class KOutputList : public KList {
 public:
-    void AddImage(void** target, char const* label, std::uint32_t id, unsigned flags)
+    /// The picture that the engine makes; it goes out without a target.
+    void AddImage(char const* label, std::uint32_t id, unsigned flags)
     {
-        Append(KPT_Image, static_cast<void*>(target), label, id, flags);
+        Append(KPT_Image, nullptr, label, id, flags);
     }
     void AddFloat(float* target, char const* label, std::uint32_t id, unsigned flags)
     {

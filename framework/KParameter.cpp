@@ -115,10 +115,10 @@ void KParameterList::AddFilename(FuStringT<char>* target, FuStringT<char> const&
     if (filter) parameter.names.Add({filter});
 }
 
-void KParameterList::AddImage(void** target, char const* label, std::uint32_t id, unsigned flags)
+void KParameterList::AddImage(KImage** target, char const* label, std::uint32_t id, unsigned flags)
 {
     *target = nullptr;
-    Append(KCT_Image, KPT_Image, static_cast<void*>(target), label, id, flags);
+    Append(KCT_Image, KPT_Image, target, label, id, flags);
 }
 
 void KParameterList::AddLabel(char const* label, std::uint32_t id, unsigned flags)
@@ -133,10 +133,10 @@ void KParameterList::AddList(int* target, int value, char const* label, std::uin
     AppendNumber(KCT_List, KPT_Int, target, value, label, id, flags, 0.0, 0.0).names.Add(names);
 }
 
-void KParameterList::AddMatte(void** target, char const* label, std::uint32_t id, unsigned flags)
+void KParameterList::AddMatte(KImage** target, char const* label, std::uint32_t id, unsigned flags)
 {
     *target = nullptr;
-    Append(KCT_Matte, KPT_Image, static_cast<void*>(target), label, id, flags);
+    Append(KCT_Matte, KPT_Image, target, label, id, flags);
 }
 
 void KParameterList::AddPoint(KVector2* target, KVector2 const& value, char const* label, std::uint32_t id,

@@ -200,10 +200,10 @@ public:
                   KColor const& color);
     void AddFilename(FuStringT<char>* target, FuStringT<char> const& value, char const* label,
                      std::uint32_t id, unsigned flags, char const* filter);
-    void AddImage(void** target, char const* label, std::uint32_t id, unsigned flags);
+    void AddImage(KImage** target, char const* label, std::uint32_t id, unsigned flags);
     void AddLabel(char const* label, std::uint32_t id, unsigned flags);
     void AddList(int* target, int value, char const* label, std::uint32_t id, unsigned flags, KNames names);
-    void AddMatte(void** target, char const* label, std::uint32_t id, unsigned flags);
+    void AddMatte(KImage** target, char const* label, std::uint32_t id, unsigned flags);
     void AddPoint(KVector2* target, KVector2 const& value, char const* label, std::uint32_t id,
                   unsigned flags, KPointType unit);
     void AddPoint3D(KVector3* target, KVector3 const& value, char const* label, std::uint32_t id,

@@ -457,10 +457,10 @@ void KTool::ProcessCleanUp()
     KSAFE_DELETE(data.warpMask);
     if (effect) effect->data.warpMask = nullptr;
     for (KInput* entry : inputs.Each<KInput>()) {
-        if (!entry->image && !entry->table) continue;
+        if (entry->image) *static_cast<KImage**>(entry->parameter->target) = nullptr;
+        if (entry->table) *static_cast<KLookUpTable**>(entry->parameter->target) = nullptr;
         entry->image.reset();
         entry->table.reset();
-        *static_cast<void**>(entry->parameter->target) = nullptr;
     }
 }
 

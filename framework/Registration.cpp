@@ -35,18 +35,23 @@ TagList ClassTags(char const* parentClass, int classType)
 
 TagList ShellTags(char const* parentClass) { return ClassTags(parentClass, 0); }
 
-TagList ToolTags(char const* parentClass, int classType, KToolTraits const& traits)
+TagList ToolTags(char const* parentClass, int classType, OperatorNewFunction* make, KToolTraits const& traits,
+                 KToolNames const& names)
 {
     TagList tags = ClassTags(parentClass, classType);
+    tags.Add({Reg_NewFunction, make});
     if (!traits.outputType.IsEmpty()) tags.Add({Reg_OutputType, traits.outputType});
     if (traits.isTimeVariant) tags.Add({Reg_TimeVariant, 1});
     if (classType == kClassTypeOf<BF_SourceOperator>)
         for (std::uint32_t flag : Reg_SourceFlags) tags.Add({flag, 1});
-    if (ResColor const* const tile = TileOf(traits.outputType)) {
-        tags.Add({Reg_TileColor, tile}).Add({Reg_TileFlag, 0});
+    ResColor const* const tile = TileOf(traits.outputType);
+    if (tile) tags.Add({Reg_TileColor, tile}).Add({Reg_TileFlag, 0});
+    tags.Add({Reg_Category, names.category}).Add({Reg_Company, kCompany}).Add({Reg_WebAddress, kWebAddress});
+    tags.Add({Reg_ShortName, names.shortName}).Add({Reg_DisplayName, names.displayName});
+    tags.Add({Reg_Description, names.description});
+    if (tile)
         for (std::uint32_t flag : Reg_Flags3D) tags.Add({flag, 1});
-    }
-    return tags.Add({Reg_Company, kCompany}).Add({Reg_WebAddress, kWebAddress});
+    return tags;
 }
 
 std::vector<KEffectFactory>& EffectFactories()

@@ -17,9 +17,15 @@ struct KToolTraits {
     bool isTimeVariant = false;
 };
 
-/// The six attributes that every class starts with, and the function that makes one.
+/// What users read of a tool.
+struct KToolNames {
+    char const *category, *shortName, *displayName, *description;
+};
+
+/// The attributes of a shell, and all of a tool, in the order in which hosts are given them.
 TagList ShellTags(char const* parentClass);
-TagList ToolTags(char const* parentClass, int classType, KToolTraits const& traits);
+TagList ToolTags(char const* parentClass, int classType, OperatorNewFunction* make, KToolTraits const& traits,
+                 KToolNames const& names);
 
 /// A registered tool's bare effect, for tests and benches: the form with its row operation instantiated, and
 /// the one whose row operation calls the virtual F.
@@ -69,13 +75,9 @@ private:
     {
         constexpr bool isValue =
             std::is_base_of_v<KEffectNumber, Effect> || std::is_base_of_v<KEffectText, Effect>;
-        TagList tags = ToolTags(shell, isValue ? 5 : kClassTypeOf<Shell>, traits);
-        tags.Add({Reg_NewFunction, New});
-        tags.Add({Reg_Category, Effect::Category()});
-        tags.Add({Reg_ShortName, Effect::Name(KName_Short)});
-        tags.Add({Reg_DisplayName, Effect::Name(KName_Display)});
-        tags.Add({Reg_Description, Effect::Name(KName_Description)});
-        return tags;
+        return ToolTags(shell, isValue ? 5 : kClassTypeOf<Shell>, New, traits,
+                        {Effect::Category(), Effect::Name(KName_Short), Effect::Name(KName_Display),
+                         Effect::Name(KName_Description)});
     }
 
     Registry const registry_;

@@ -44,11 +44,14 @@ template <> struct PixelCodec<float> {
     static float FromFloat(float v) { return v; }
 };
 
+/// Limited to what a half holds, so that no large number becomes an infinity by being stored; NaN stays.
+inline float HalfRange(float v) { return std::clamp(v, -65504.0F, 65504.0F); }
+
 template <> struct PixelCodec<Imath::half> {
     static std::uint32_t ToInt(Imath::half s) { return IntFromFloat(static_cast<float>(s)); }
     static float ToFloat(Imath::half s) { return s; }
     static Imath::half FromInt(std::uint32_t v) { return {PixelCodec<float>::FromInt(v)}; }
-    static Imath::half FromFloat(float v) { return {v}; }
+    static Imath::half FromFloat(float v) { return {HalfRange(v)}; }
 };
 
 } // namespace ombrelune

@@ -6,6 +6,7 @@
 
 #include <Imath/half.h>
 
+#include "host/image/PixelCodec.h"
 #include "host/image/Vector4.h"
 
 namespace ombrelune {
@@ -42,7 +43,7 @@ template <class Stored> void StorePixel(Float4 value, Stored* words)
         else
             for (int i = 0; i < 4; ++i) words[i] = static_cast<Stored>(rounded[i]);
     } else {
-        for (int i = 0; i < 4; ++i) words[i] = Stored(value[i]);
+        for (int i = 0; i < 4; ++i) words[i] = PixelCodec<Stored>::FromFloat(value[i]);
     }
 }
 

@@ -44,7 +44,7 @@ template <class Stored> Stored Straight(Stored colour, Stored alpha)
         return static_cast<Stored>(std::min(one, (std::uint32_t{colour} * one + alpha / 2U) / alpha));
     } else {
         float const a = alpha;
-        return a == 0.0F ? Stored(0.0F) : static_cast<Stored>(static_cast<float>(colour) / a);
+        return PixelCodec<Stored>::FromFloat(a == 0.0F ? 0.0F : static_cast<float>(colour) / a);
     }
 }
 

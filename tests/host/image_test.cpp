@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "host/image/PixPtr.h"
+#include "host/image/StoredPixel.h"
 
 namespace ombrelune {
 namespace {
@@ -21,6 +22,18 @@ TEST(PixelCodec, SixteenBitsSurviveEveryDepthThatCanHoldThem)
             ASSERT_EQ(pixel.green, v) << "depth " << depth;
         }
     }
+}
+
+TEST(PixelCodec, HalvesLimitLargeNumbersInsteadOfLosingThemToInfinity)
+{
+    float const huge = std::numeric_limits<float>::max();
+    Imath::half stored[4];
+    StorePixel(Float4{huge, -huge, 65520.0F, std::numeric_limits<float>::quiet_NaN()}, stored);
+    EXPECT_EQ(stored[0].bits(), 0x7BFF) << "65504";
+    EXPECT_EQ(stored[1].bits(), 0xFBFF);
+    EXPECT_EQ(stored[2].bits(), 0x7BFF) << "the least that would be rounded to infinity";
+    EXPECT_TRUE(stored[3].isNan());
+    EXPECT_EQ(PixelCodec<Imath::half>::FromFloat(huge).bits(), 0x7BFF);
 }
 
 TEST(PixPtr, AuxiliaryChannelsTravelWithTheRecord)

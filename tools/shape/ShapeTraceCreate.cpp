@@ -16,7 +16,7 @@ public:
     KEffectShapeTraceCreate()
     {
         // clang-format off
-        parameters.AddImage(reinterpret_cast<void**>(&image), "Image", 1, KF_MainInput);
+        parameters.AddImage(&image, "Image", 1, KF_MainInput);
         parameters.AddChapter("Shape Trace");
         parameters.AddButtonsChannel(&channel, 4, "Map Channel", "MapC"_id, 0);
         parameters.AddSlider        (&threshold, 0.5F, "Threshold", "Thre"_id, 0, 0.0, 1.0);

@@ -61,7 +61,7 @@ public:
         parameters.AddScrew    (&correctingArea.height, 0.5F,         "Rectangle Correcting Height", "RCoH"_id, rectHeight, 0.0, 1.0);
         parameters.AddButtons  (&operation, 1, "Operation", "Oper"_id, 0, {"Add", "Multiply"});
         parameters.AddSlider   (&detail, 1.0F, "Detail", "Deta"_id, KF_SoftMax, 0.01, 10.0);
-        parameters.AddImage    (reinterpret_cast<void**>(&referenceImage), "Reference image", 2, KF_MainInput);
+        parameters.AddImage    (&referenceImage, "Reference image", 2, KF_MainInput);
         // clang-format on
     }
 

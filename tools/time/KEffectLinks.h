@@ -13,8 +13,8 @@ public:
         for (int i = 0; i < kLinks; ++i) {
             KString label;
             label.Numbered("Link", i + 1, true);
-            parameters.AddImage(reinterpret_cast<void**>(&links[i]), label.Text(),
-                                "Imag"_id + static_cast<std::uint32_t>(i), KF_Preview);
+            parameters.AddImage(&links[i], label.Text(), "Imag"_id + static_cast<std::uint32_t>(i),
+                                KF_Preview);
         }
     }
 

@@ -23,7 +23,7 @@ public:
         parameters.AddSliderInt(&index, 0, "Index", "Indx"_id, 0, 0, kInputs);
         for (int i = 0; i < kInputs; ++i) {
             std::string const label = "Image " + std::to_string(i + 1);
-            parameters.AddImage(reinterpret_cast<void**>(&pictures[i]), label.c_str(), IdOf(i),
+            parameters.AddImage(&pictures[i], label.c_str(), IdOf(i),
                                 KF_AffectInputs | KF_Preview | (i > 0 ? KF_Hidden : 0U));
         }
     }

@@ -125,7 +125,7 @@ public:
         parameters.AddSliderInt(&white, 8, "Time offset white", "TiOW"_id, soft, -8, 8);
         parameters.AddCheckbox (&interpolate, true, "Interpolate between frames", "TiIn"_id, KF_AffectInputs);
         parameters.AddButtonsChannel(&channel, kLuminance, "Channel", "TiCh"_id, 0);
-        parameters.AddImage    (reinterpret_cast<void**>(&map), "Time map", 2, KF_MainInput);
+        parameters.AddImage    (&map, "Time map", 2, KF_MainInput);
         // clang-format on
     }
 

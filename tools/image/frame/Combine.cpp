@@ -21,7 +21,7 @@ public:
         parameters.AddSlider(&merge,      1.0F, "Fraction Merge",       "FMrg"_id, soft, 0.0, 1.0);
         parameters.AddSlider(&mergeUnder, 0.0F, "Fraction Merge Under", "FMrU"_id, soft, 0.0, 1.0);
         parameters.AddSlider(&average,    0.0F, "Fraction Average",     "FAvr"_id, soft, 0.0, 1.0);
-        parameters.AddImage(reinterpret_cast<void**>(&image), "Combine image", 2, KF_MainInput);
+        parameters.AddImage(&image, "Combine image", 2, KF_MainInput);
         // clang-format on
     }
 

@@ -59,7 +59,7 @@ public:
         parameters.AddButtonsChannel(&channel, 4, "Channel", "MaCh"_id, 0);
         parameters.AddAngle(&angle, 0.0F, "Angle", "MaAn"_id, KF_Hidden, KAngle_Radians);
         parameters.AddPoint(&centre, {0.5F, 0.5F}, "Center", "MaCe"_id, KF_Hidden, KPoint_Normal);
-        parameters.AddImage(reinterpret_cast<void**>(&map), "MapMapper map", 2, KF_MainInput);
+        parameters.AddImage(&map, "MapMapper map", 2, KF_MainInput);
         parameters.AddStandard(&edges, 0, KPS_Edges, 0);
         // clang-format on
     }

@@ -18,7 +18,7 @@ public:
         parameters.AddChapter("Push");
         parameters.AddScrew(&pushX, 0.0F, "Push X", "PusX"_id, free, 0.0, 1.0);
         parameters.AddScrew(&pushY, 0.0F, "Push Y", "PusY"_id, free, 0.0, 1.0);
-        parameters.AddImage(reinterpret_cast<void**>(&map), "Deformation map", 2, KF_MainInput);
+        parameters.AddImage(&map, "Deformation map", 2, KF_MainInput);
         // clang-format on
     }
 

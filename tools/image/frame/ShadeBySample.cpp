@@ -19,7 +19,7 @@ public:
         parameters.AddChapter("Shade By Sample");
         parameters.AddButtons(&mapType, 0, "Map Type", "TiAd"_id, 0, {"Sphere", "Spherical Map"});
         parameters.AddTransformation(&rotation, KTransformation(), "Rotation", "Rota"_id, 0, KTransformation_Rotation);
-        parameters.AddImage(reinterpret_cast<void**>(&map), "Shading Map", 2, KF_MainInput);
+        parameters.AddImage(&map, "Shading Map", 2, KF_MainInput);
         // clang-format on
     }
 

@@ -58,7 +58,7 @@ public:
         parameters.AddButtonsChannel(&channels[2], 1, "Sort Channel 3", "Cha3"_id, 0);
         parameters.AddButtonsChannel(&channels[3], 2, "Sort Channel 4", "Cha4"_id, 0);
         parameters.AddButtonsChannel(&channels[4], 3, "Sort Channel 5", "Cha5"_id, 0);
-        parameters.AddImage(reinterpret_cast<void**>(&map), "Order map", 2, KF_MainInput);
+        parameters.AddImage(&map, "Order map", 2, KF_MainInput);
         // clang-format on
     }
 

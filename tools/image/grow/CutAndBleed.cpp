@@ -30,7 +30,7 @@ public:
     {
         // clang-format off
         parameters.AddChapter("Cut and Bleed");
-        parameters.AddImage(reinterpret_cast<void**>(&cutting), "Cutting image", 2, KF_MainInput);
+        parameters.AddImage(&cutting, "Cutting image", 2, KF_MainInput);
         parameters.AddButtonsChannel(&channel, 3, "Cutting channel", "Chan"_id, 0);
         parameters.AddCheckbox(&invert, false, "Invert channel", "ChIn"_id, 0);
         parameters.AddSlider(&blend,      1.0F, "Blend original", "Blnd"_id, 0, 0.0, 1.0);

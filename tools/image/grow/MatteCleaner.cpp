@@ -123,7 +123,7 @@ public:
         parameters.AddCheckbox(&postMultiply, false, "Post-Multiply Image", "PoMu"_id, 0);
         parameters.AddCheckbox(&overlay, false, "Visual Overlay Edge (Disable for final render)", "Over"_id, 0);
         parameters.AddColor(&overlayColor, {1.0F, 0.0F, 0.0F, 0.75F}, "Color", "OCol"_id, 0);
-        parameters.AddImage(reinterpret_cast<void**>(&softMatte), "Image With Soft Matte", 2, KF_MainInput);
+        parameters.AddImage(&softMatte, "Image With Soft Matte", 2, KF_MainInput);
         // clang-format on
     }
 

@@ -43,8 +43,8 @@ public:
         parameters.AddChapter("Range");
         sweep.ParameterListAdd(parameters);
         parameters.AddStandard (&superSample, 1, KPS_SuperSample, 0);
-        parameters.AddImage    (reinterpret_cast<void**>(&picture), "Shape", 2, KF_MainInput);
-        parameters.AddImage    (reinterpret_cast<void**>(&colorMap), "Color Map", 3, KF_MainInput);
+        parameters.AddImage    (&picture, "Shape", 2, KF_MainInput);
+        parameters.AddImage    (&colorMap, "Color Map", 3, KF_MainInput);
         // clang-format on
     }
 

@@ -32,7 +32,7 @@ public:
         parameters.AddButtons  (&type, kSquare, "Type", "Type"_id, KF_AffectInputs, {"Square", "Circle", "Custom"});
         parameters.AddSlider   (&radius, 5.0F, "Radius", "Radi"_id, KF_SoftMax, 0.0,   20.0);
         parameters.AddSlider   (&aspect, 1.0F, "Aspect", "Aspe"_id, KF_SoftMax, 1e-05, 5.0);
-        parameters.AddImage    (reinterpret_cast<void**>(&brush), "Brush", 2, KF_MainInput);
+        parameters.AddImage    (&brush, "Brush", 2, KF_MainInput);
         // clang-format on
     }
 

@@ -59,7 +59,7 @@ public:
         parameters.AddColor   (&color, {1.0F, 1.0F, 1.0F, 1.0F}, "Shape Color", "ShCo"_id, 0);
         parameters.AddButtons (&overlap, 0, "Overlap", "cOve"_id, 0, {"Maximum", "Add", "Multiply", "Screen"});
         parameters.AddStandard(&superSample, 1, KPS_SuperSample, 0);
-        parameters.AddImage   (reinterpret_cast<void**>(&external), "External shape", 2, KF_MainInput);
+        parameters.AddImage   (&external, "External shape", 2, KF_MainInput);
         // clang-format on
     }
 

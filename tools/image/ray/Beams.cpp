@@ -36,7 +36,7 @@ public:
         parameters.AddColor  (&color, {0.0F, 1.0F, 0.5F, 1.0F}, "Color", "ExCR"_id, 0);
         parameters.AddChapter("Shape");
         parameters.AddCurve  (&shape, "Shape", "Shap"_id, 0, {0.0F, 0.5F, 1.0F, 0.0F});
-        parameters.AddMatte  (reinterpret_cast<void**>(&mask), "Beams Mask", "BMat"_id, 0);
+        parameters.AddMatte  (&mask, "Beams Mask", "BMat"_id, 0);
         // clang-format on
     }
 

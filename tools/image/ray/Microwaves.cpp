@@ -25,7 +25,7 @@ public:
         parameters.AddSlider (&length,     0.5F,  "Length",         "Leng"_id, 0, 0.0, 1.0);
         parameters.AddButtons(&shape, 0, "Shape", "Shap"_id, KF_AffectInputs, {"Square", "Round", "Axial"});
         parameters.AddSlider (&exponent, 2.0F, "Exponent", "Expo"_id, KF_SoftMax | KF_Hidden, 0.0, 100.0);
-        parameters.AddMatte  (reinterpret_cast<void**>(&mask), "Microwaves Mask", "MMat"_id, 0);
+        parameters.AddMatte  (&mask, "Microwaves Mask", "MMat"_id, 0);
         // clang-format on
     }
 

@@ -24,7 +24,7 @@ public:
         parameters.AddButtonsChannel(&vertical, 4, "Vertical source", "cCoY"_id, 0);
         parameters.AddSlider(&black.y, 0.0F, "Vertical Offset Black", "sOYB"_id, soft, -1.0, 1.0);
         parameters.AddSlider(&white.y, 0.0F, "Vertical Offset White", "sOYW"_id, soft, -1.0, 1.0);
-        parameters.AddImage(reinterpret_cast<void**>(&map), "Deformation map", 2, KF_MainInput);
+        parameters.AddImage(&map, "Deformation map", 2, KF_MainInput);
         // clang-format on
     }
 
