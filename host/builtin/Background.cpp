@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/builtin/Builtin.h"
+#include "host/builtin/BuiltinOperator.h"
 #include "host/graph/FusionDoc.h"
 #include "host/image/PixPtr.h"
 #include "host/value/Parallel.h"
@@ -11,24 +11,13 @@ namespace ombrelune {
 
 namespace {
 
-class Background : public SourceOperator {
+class Background : public BuiltinOperator<SourceOperator> {
 public:
     Background(Registry const* registry, ScriptVal const& settings, TagList const& tags)
-        : SourceOperator(registry, settings, tags)
+        : BuiltinOperator(registry, settings, tags)
     {
-        static constexpr char const* names[] = {"Red", "Green", "Blue", "Alpha"};
         AddControlPageTagList("Color", {});
-        for (int channel = 0; channel < 4; ++channel) {
-            color[channel] = AddInputTagList(names[channel], names[channel],
-                                             {{Attr_DataType, CLSID_DataType_Number},
-                                              {Attr_InputControl, CLSID_InputControl_Color},
-                                              {Attr_GroupNumber, 1},
-                                              {Attr_GroupChannel, channel},
-                                              {Attr_MinSoft, 0.0},
-                                              {Attr_MaxSoft, 1.0},
-                                              {Attr_Default, channel == 3 ? 1.0 : 0.0}});
-        }
-        color[0]->SetAttrsTagList({{Attr_ControlName, "Color"}}); // the label of all four
+        AddColor(color, "", 0.0);
     }
     unsigned SizeOf() const override { return sizeof(Background); }
 

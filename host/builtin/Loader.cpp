@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "host/builtin/Builtin.h"
+#include "host/builtin/BuiltinOperator.h"
 #include "host/graph/FusionDoc.h"
 #include "host/io/PicturePath.h"
 #include "host/io/Pictures.h"
@@ -15,32 +15,28 @@ namespace ombrelune {
 
 namespace {
 
-class Loader : public Operator {
+class Loader : public BuiltinOperator<Operator> {
 public:
     Loader(Registry const* registry, ScriptVal const& settings, TagList const& tags)
-        : Operator(registry, settings, tags)
+        : BuiltinOperator(registry, settings, tags)
     {
         AddControlPageTagList("File", {});
-        filename = AddInputTagList(
-            "Filename", "Filename",
-            {{Attr_DataType, CLSID_DataType_Text}, {Attr_InputControl, CLSID_InputControl_File}});
+        filename = AddFile();
         AddControlPageTagList("Sequence", {});
-        offset = AddNumber("Offset", 0.0, true);
-        step = AddNumber("Step", 1.0, false);
-        trim = AddCheckbox("Trim");
-        trimIn = AddNumber("Trim In", 0.0, true);
-        trimOut = AddNumber("Trim Out", 0.0, true);
-        loop = AddCheckbox("Loop");
-        output = AddOutputTagList("Output", "Output",
-                                  {{Attr_DataType, CLSID_DataType_Image}, {Attr_MainNumber, 1}});
+        offset = AddFrames("Offset", "Offset", 0.0, true);
+        step = AddFrames("Step", "Step", 1.0, false);
+        trim = AddCheckbox("Trim", "Trim", false);
+        trimIn = AddFrames("Trim In", "TrimIn", 0.0, true);
+        trimOut = AddFrames("Trim Out", "TrimOut", 0.0, true);
+        loop = AddCheckbox("Loop", "Loop", false);
+        output = AddPictureOutput();
     }
     unsigned SizeOf() const override { return sizeof(Loader); }
 
     bool ChecksRequests() const override { return false; }
     SourceFile FileToRead(Request const& request) const override
     {
-        auto const* pattern = dynamic_cast<Text const*>(request.InputData(*filename, 0));
-        return {Find(request).path, pattern && IsPattern(pattern->value)};
+        return {Find(request).path, IsPattern(TextOf(filename, request))};
     }
 
     void Process(Request* request) override
@@ -63,37 +59,18 @@ private:
         bool isFile = false; ///< and its file is not there
     };
 
-    Input* AddNumber(char const* name, double value, bool isInteger)
+    Input* AddFrames(char const* label, char const* id, double value, bool isInteger)
     {
-        return AddInputTagList(name, KeyName(name),
-                               {{Attr_DataType, CLSID_DataType_Number},
-                                {Attr_InputControl, CLSID_InputControl_Screw},
-                                {Attr_IntegerValue, isInteger},
-                                {Attr_MinHard, -1e6},
-                                {Attr_MaxHard, 1e6},
-                                {Attr_Default, value}});
-    }
-    Input* AddCheckbox(char const* name)
-    {
-        return AddInputTagList(name, KeyName(name),
-                               {{Attr_DataType, CLSID_DataType_Number},
-                                {Attr_InputControl, CLSID_InputControl_Checkbox},
-                                {Attr_MinHard, 0.0},
-                                {Attr_MaxHard, 1.0},
-                                {Attr_Default, 0.0}});
-    }
-    static std::string KeyName(std::string name)
-    {
-        std::erase(name, ' ');
-        return name;
+        return AddNumber(label, id, CLSID_InputControl_Screw, value,
+                         {{Attr_IntegerValue, isInteger}, {Attr_MinHard, -1e6}, {Attr_MaxHard, 1e6}});
     }
 
     Found Find(Request const& request) const
     {
-        auto const* text = dynamic_cast<Text const*>(request.InputData(*filename, 0));
-        if (!text || text->value.empty()) return {"", ".Filename is empty: name a picture file"};
-        if (auto problem = CheckPattern(text->value)) return {"", ".Filename: " + problem->text};
-        std::string const pattern = ResolvePath(Document(), text->value);
+        std::string const name = TextOf(filename, request);
+        if (name.empty()) return {"", ".Filename is empty: name a picture file"};
+        if (auto problem = CheckPattern(name)) return {"", ".Filename: " + problem->text};
+        std::string const pattern = ResolvePath(Document(), name);
         if (!IsPattern(pattern)) return {pattern, ""};
 
         // The frame is made whole first, so that a negative step takes the same file for all of it.

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "host/builtin/Builtin.h"
+#include "host/builtin/BuiltinOperator.h"
 #include "host/graph/FusionDoc.h"
 #include "host/io/PicturePath.h"
 #include "host/io/Pictures.h"
@@ -13,45 +13,40 @@ namespace ombrelune {
 
 namespace {
 
-class Saver : public Operator {
+class Saver : public BuiltinOperator<Operator> {
 public:
     Saver(Registry const* registry, ScriptVal const& settings, TagList const& tags)
-        : Operator(registry, settings, tags)
+        : BuiltinOperator(registry, settings, tags)
     {
         AddIdentityInput();
         AddControlPageTagList("File", {});
-        filename = AddInputTagList(
-            "Filename", "Filename",
-            {{Attr_DataType, CLSID_DataType_Text}, {Attr_InputControl, CLSID_InputControl_File}});
-        picture = AddInputTagList(
-            "Input", "Input",
-            {{Attr_DataType, CLSID_DataType_Image}, {Attr_MainNumber, 1}, {Attr_Priority, -1}});
-        output = AddOutputTagList("Output", "Output",
-                                  {{Attr_DataType, CLSID_DataType_Image}, {Attr_MainNumber, 1}});
+        filename = AddFile();
+        picture = AddPicture("Input", 1, true);
+        output = AddPictureOutput();
     }
     unsigned SizeOf() const override { return sizeof(Saver); }
 
     bool ChecksRequests() const override { return false; }
     std::string FileToWrite(Request const& request) const override
     {
-        auto const* pattern = dynamic_cast<Text const*>(request.InputData(*filename, 0));
-        if (!pattern || pattern->value.empty()) return {};
+        std::string const pattern = TextOf(filename, request);
+        if (pattern.empty()) return {};
         auto const frame = static_cast<int>(std::floor(request.GetTime()));
-        return PathOfFrame(ResolvePath(Document(), pattern->value), frame);
+        return PathOfFrame(ResolvePath(Document(), pattern), frame);
     }
 
     void Process(Request* request) override
     {
-        std::string const& pattern = dynamic_cast<Text const&>(*filename->GetValue(request, 0)).value;
+        std::string const pattern = TextOf(filename, *request);
         if (pattern.empty()) return request->Fail(Name() + ".Filename is empty: name the file to write");
         if (auto problem = CheckPattern(pattern))
             return request->Fail(Name() + ".Filename: " + problem->text);
-        auto* const image = dynamic_cast<Image*>(picture->GetValue(request, 0));
+        Ref<Image> image = PictureOf(picture, request);
         if (!image) return request->FailWithoutPicture(*picture);
 
         if (auto problem = WritePicture(*image, FileToWrite(*request)))
             return request->FailFile(Name() + ": " + problem->Format());
-        output->Set(request, Ref<Image>::Share(image).Release(), nullptr);
+        output->Set(request, image.Release(), nullptr);
     }
 
 private:

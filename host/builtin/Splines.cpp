@@ -1,6 +1,6 @@
 // BezierSpline, LUTBezier and XYPath: curves that animate numbers, feed look-up tables and move points.
 
-#include "host/builtin/Builtin.h"
+#include "host/builtin/BuiltinOperator.h"
 #include "host/flow/KeyFrames.h"
 
 namespace ombrelune {
@@ -51,19 +51,15 @@ private:
 };
 
 /// A point whose two numbers are inputs, each to be animated by itself.
-class XYPath : public Operator {
+class XYPath : public BuiltinOperator<Operator> {
 public:
     XYPath(Registry const* registry, ScriptVal const& settings, TagList const& tags)
-        : Operator(registry, settings, tags), value(AddValue(*this, CLSID_DataType_Point))
+        : BuiltinOperator(registry, settings, tags), value(AddValue(*this, CLSID_DataType_Point))
     {
         for (int axis = 0; axis < 2; ++axis) {
             char const* const name = axis == 0 ? "X" : "Y";
-            place[axis] = AddInputTagList(name, name,
-                                          {{Attr_DataType, CLSID_DataType_Number},
-                                           {Attr_InputControl, CLSID_InputControl_Screw},
-                                           {Attr_MinSoft, 0.0},
-                                           {Attr_MaxSoft, 1.0},
-                                           {Attr_Default, 0.5}});
+            place[axis] = AddNumber(name, name, CLSID_InputControl_Screw, 0.5,
+                                    {{Attr_MinSoft, 0.0}, {Attr_MaxSoft, 1.0}});
         }
     }
     unsigned SizeOf() const override { return sizeof(XYPath); }

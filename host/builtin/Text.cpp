@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include "host/builtin/Builtin.h"
+#include "host/builtin/BuiltinOperator.h"
 #include "host/graph/FusionDoc.h"
 #include "host/image/PixPtr.h"
 #include "host/text/TextModule.h"
@@ -48,10 +48,10 @@ Ref<Image> FieldOf(Image const& frame, int field)
     return result;
 }
 
-class TextOperator : public SourceOperator {
+class TextOperator : public BuiltinOperator<SourceOperator> {
 public:
     TextOperator(Registry const* registry, ScriptVal const& settings, TagList const& tags)
-        : SourceOperator(registry, settings, tags)
+        : BuiltinOperator(registry, settings, tags)
     {
         AddIdentityInput();
         AddControlPageTagList("Text", {});
@@ -61,34 +61,19 @@ public:
         size =
             AddNumber("Size", "Size", CLSID_InputControl_Slider, 0.08,
                       {{Attr_MinHard, 0.0}, {Attr_MaxHard, 10.0}, {Attr_MinSoft, 0.0}, {Attr_MaxSoft, 0.5}});
-        static constexpr char const* names[] = {"Red 1", "Green 1", "Blue 1", "Alpha 1"};
-        static constexpr char const* ids[] = {"Red1", "Green1", "Blue1", "Alpha1"};
-        for (int channel = 0; channel < 4; ++channel) {
-            color[channel] = AddNumber(names[channel], ids[channel], CLSID_InputControl_Color, 1.0,
-                                       {{Attr_GroupNumber, 1}, {Attr_GroupChannel, channel}});
-            color[channel]->SetAttrsTagList({{Attr_MinSoft, 0.0}, {Attr_MaxSoft, 1.0}});
-        }
-        color[0]->SetAttrsTagList({{Attr_ControlName, "Color"}}); // the label of all four
+        AddColor(color, "1", 1.0);
         color[3]->SetAttrsTagList({{Attr_MinHard, 0.0}, {Attr_MaxHard, 1.0}});
         AddControlPageTagList("Layout", {});
-        center = AddInputTagList("Center", "Center",
-                                 {{Attr_DataType, CLSID_DataType_Point},
-                                  {Attr_InputControl, CLSID_InputControl_Offset},
-                                  {Attr_PreviewControl, CLSID_PreviewControl_Crosshair},
-                                  {Attr_DefaultX, 0.5},
-                                  {Attr_DefaultY, 0.5}});
-        horizontal =
-            AddChoice("Horizontal Justification", "HorizontalJustification", {"Left", "Center", "Right"});
-        vertical = AddChoice("Vertical Justification", "VerticalJustification", {"Top", "Center", "Bottom"});
+        center = AddPoint("Center", "Center");
+        horizontal = AddJustification("Horizontal Justification", "HorizontalJustification",
+                                      {"Left", "Center", "Right"});
+        vertical =
+            AddJustification("Vertical Justification", "VerticalJustification", {"Top", "Center", "Bottom"});
         lineSpacing = AddNumber("Line Spacing", "LineSpacing", CLSID_InputControl_Slider, 1.0,
                                 {{Attr_MinHard, 0.01}, {Attr_MaxHard, 100.0}, {Attr_MaxSoft, 4.0}});
         characterSpacing = AddNumber("Character Spacing", "CharacterSpacing", CLSID_InputControl_Slider, 1.0,
                                      {{Attr_MinHard, 0.0}, {Attr_MaxHard, 100.0}, {Attr_MaxSoft, 4.0}});
-        input = AddInputTagList("Input", "Input",
-                                {{Attr_DataType, CLSID_DataType_Image},
-                                 {Attr_MainNumber, 1},
-                                 {Attr_Priority, -1},
-                                 {Attr_Required, false}});
+        input = AddPicture("Input", 1, false);
     }
     unsigned SizeOf() const override { return sizeof(TextOperator); }
 
@@ -115,35 +100,14 @@ public:
     }
 
 private:
-    Input* AddText(char const* label, char const* id, char const* value, int lines)
+    Input* AddJustification(char const* label, char const* id, std::initializer_list<char const*> names)
     {
-        return AddInputTagList(label, id,
-                               {{Attr_DataType, CLSID_DataType_Text},
-                                {Attr_InputControl, CLSID_InputControl_TextEdit},
-                                {Attr_TextLines, lines},
-                                {Attr_DefaultText, value}});
-    }
-    Input* AddNumber(char const* label, char const* id, FuID control, double value, TagList const& more)
-    {
-        TagList tags{
-            {Attr_DataType, CLSID_DataType_Number}, {Attr_InputControl, control}, {Attr_Default, value}};
-        return AddInputTagList(label, id, tags.Merge(more));
-    }
-    Input* AddChoice(char const* label, char const* id, std::initializer_list<char const*> names)
-    {
-        TagList tags{{Attr_MinHard, 0.0}, {Attr_MaxHard, static_cast<double>(names.size()) - 1.0}};
-        for (char const* name : names) tags.Add({Attr_ListEntry, name});
-        return AddNumber(label, id, CLSID_InputControl_MultiButton, 1.0, tags);
+        return AddChoice(label, id, CLSID_InputControl_MultiButton, 1, names);
     }
 
-    static std::string TextOf(Input const* from, Request* request)
-    {
-        auto const* value = dynamic_cast<Text const*>(from->GetValue(request, 0));
-        return value ? value->value : "";
-    }
     static TextAlign AlignOf(Input const* from, Request* request)
     {
-        return static_cast<TextAlign>(static_cast<int>(request->Number(*from) + 0.5));
+        return static_cast<TextAlign>(ChoiceOf(from, request));
     }
 
     /// The picture that is drawn on: a copy of the input's, or transparent black.
@@ -163,12 +127,12 @@ private:
 
     TextBlock BlockOf(Request* request, TextGrid const& grid) const
     {
-        auto const& place = dynamic_cast<Point const&>(*center->GetValue(request, 0));
+        Point const& place = PointOf(center, request);
         double const em = request->Number(*size) * grid.width;
         double const frameHeight = grid.height * grid.yStep;
-        TextBlock block{.text = TextOf(text, request),
-                        .family = TextOf(font, request),
-                        .style = TextOf(style, request),
+        TextBlock block{.text = TextOf(text, *request),
+                        .family = TextOf(font, *request),
+                        .style = TextOf(style, *request),
                         .size = em,
                         .x = place.x * grid.width,
                         .y = place.y * frameHeight,
@@ -186,14 +150,14 @@ private:
 
     void WarnOfFonts(Request* request, TextCoverage const& drawn) const
     {
-        std::string const family = TextOf(font, request);
+        std::string const family = TextOf(font, *request);
         if (!drawn.usedFamily.empty())
             request->Warn(fmt::format("{}.Font: there is no font family {}; {} is used instead", Name(),
                                       Quoted(family), drawn.usedFamily));
         if (!drawn.usedStyle.empty())
             request->Warn(fmt::format("{}.Style: {} has no style {}; {} is used instead", Name(),
                                       drawn.usedFamily.empty() ? family : drawn.usedFamily,
-                                      Quoted(TextOf(style, request)), drawn.usedStyle));
+                                      Quoted(TextOf(style, *request)), drawn.usedStyle));
     }
 
     /// The colour over the picture, as far as the text covers it.

@@ -187,8 +187,7 @@ SourceOperator::SourceOperator(Registry const* registry, ScriptVal const& settin
 
 bool SourceOperator::WantsFields(Request const& request) const
 {
-    auto const* mode = dynamic_cast<Number const*>(request.InputData(*processModeInput, 0));
-    return mode && mode->value > 0.5;
+    return request.Number(*processModeInput) > 0.5;
 }
 
 void SourceOperator::CheckRequest(Request* request)
@@ -221,10 +220,9 @@ void MaskOperator::Process(Request* request)
                                        {Img_Width, std::max(format.width / proxy, 1)},
                                        {Img_Height, std::max(format.height / proxy, 1)}});
     if (!mask) return request->Fail("no memory for a mask of the frame's size");
-    auto const* level = dynamic_cast<Number const*>(levelInput->GetValue(request, 0));
     Pixel pixel;
     for (auto& word : pixel.word)
-        word = static_cast<std::uint32_t>((level ? level->value : 1.0) * 65535.0 + 0.5);
+        word = static_cast<std::uint32_t>(request->Number(*levelInput) * 65535.0 + 0.5);
     mask->Fill(pixel);
     maskOutput->Set(request, mask.Release(), nullptr);
 }

@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "host/builtin/Builtin.h"
+#include "host/builtin/BuiltinOperator.h"
 #include "host/graph/FusionDoc.h"
 #include "host/io/PicturePath.h"
 #include "shapes/KShapeParameter.h"
@@ -18,34 +18,16 @@ namespace {
 
 constexpr std::uintmax_t kLargest = 64 << 20; // bytes
 
-double NumberOf(Request const& request, Input const* input)
-{
-    auto const* number = dynamic_cast<Number const*>(request.InputData(*input, 0));
-    return number ? number->value : 0.0;
-}
-
-class SVGLoader : public Operator {
+class SVGLoader : public BuiltinOperator<Operator> {
 public:
     SVGLoader(Registry const* registry, ScriptVal const& settings, TagList const& tags)
-        : Operator(registry, settings, tags)
+        : BuiltinOperator(registry, settings, tags)
     {
         AddControlPageTagList("File", {});
-        filename = AddInputTagList(
-            "Filename", "Filename",
-            {{Attr_DataType, CLSID_DataType_Text}, {Attr_InputControl, CLSID_InputControl_File}});
-        flatten = AddInputTagList("Flatten Curves", "FlattenCurves",
-                                  {{Attr_DataType, CLSID_DataType_Number},
-                                   {Attr_InputControl, CLSID_InputControl_Checkbox},
-                                   {Attr_MinHard, 0.0},
-                                   {Attr_MaxHard, 1.0},
-                                   {Attr_Default, 0.0}});
-        precision = AddInputTagList("Curve Precision", "CurvePrecision",
-                                    {{Attr_DataType, CLSID_DataType_Number},
-                                     {Attr_InputControl, CLSID_InputControl_Slider},
-                                     {Attr_IntegerValue, true},
-                                     {Attr_MinHard, 2.0},
-                                     {Attr_MaxHard, 64.0},
-                                     {Attr_Default, 16.0}});
+        filename = AddFile();
+        flatten = AddCheckbox("Flatten Curves", "FlattenCurves", false);
+        precision = AddNumber("Curve Precision", "CurvePrecision", CLSID_InputControl_Slider, 16.0,
+                              {{Attr_IntegerValue, true}, {Attr_MinHard, 2.0}, {Attr_MaxHard, 64.0}});
         output = AddOutputTagList("Output", "Output",
                                   {{Attr_DataType, FuID(KShapeParameter::kClassId)}, {Attr_MainNumber, 1}});
     }
@@ -73,16 +55,16 @@ public:
         if (!shapes.leftOut.empty())
             request->Warn(fmt::format("{}: {}: {} left out: only paths and basic shapes are read", Name(),
                                       path, shapes.leftOut));
-        if (NumberOf(*request, flatten) > 0.5)
-            shapes.group.reset(shapes.group->FlattenOf(static_cast<int>(NumberOf(*request, precision))));
+        if (FlagOf(flatten, request))
+            shapes.group.reset(shapes.group->FlattenOf(static_cast<int>(request->Number(*precision))));
         output->Set(request, new KShapeParameter(shapes.group.release(), false), nullptr);
     }
 
 private:
     std::string PathOf(Request const& request) const
     {
-        auto const* text = dynamic_cast<Text const*>(request.InputData(*filename, 0));
-        return text && !text->value.empty() ? ResolvePath(Document(), text->value) : "";
+        std::string const name = TextOf(filename, request);
+        return name.empty() ? "" : ResolvePath(Document(), name);
     }
 
     Input *filename, *flatten, *precision;
