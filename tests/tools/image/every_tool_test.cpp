@@ -46,6 +46,18 @@ void Shake(KEffect& effect, std::uint32_t seed)
     }
 }
 
+/// Pictures of a size and depth unlike the source's for every further picture that it takes.
+std::vector<Picture> Connect(KEffect& effect, int depth)
+{
+    std::vector<Picture> pictures;
+    for (KParameter* parameter : effect.parameters.Each<KParameter>()) {
+        if (parameter->type != KPT_Image || !parameter->target) continue;
+        pictures.push_back(MakeBusyPicture(depth, 61, 40));
+        *static_cast<KImage**>(parameter->target) = pictures.back().get();
+    }
+    return pictures;
+}
+
 class EveryTool : public testing::TestWithParam<std::string> {};
 
 TEST_P(EveryTool, GivesTheSameBytesByRowsOrPixelsOnOneThreadOrTwo)
@@ -61,6 +73,12 @@ TEST_P(EveryTool, GivesTheSameBytesByRowsOrPixelsOnOneThreadOrTwo)
             if (!plainImage) GTEST_SKIP() << "makes no picture";
             Shake(*plain, seed);
             Shake(*rows, seed);
+            int const otherDepth = depth == kDepthFloat ? kDepthInt8 : kDepthFloat;
+            std::vector<Picture> others;
+            if (seed % 2 == 1) {
+                others = Connect(*plain, otherDepth);
+                for (Picture& each : Connect(*rows, otherDepth)) others.push_back(std::move(each));
+            }
             KProcessImageData data = DataFor(*source);
             data.preDivide = seed % 2 == 0;
             data.superSample = seed == 6 ? 2 : 1;
