@@ -7,7 +7,6 @@ namespace ombrelune {
 void KEffectImageShape::ParametersAdd()
 {
     unsigned const softMax = KF_SoftMax, soft = KF_SoftMin | KF_SoftMax;
-    KPenStyle& pen = style.pen;
     // clang-format off
     parameters.AddChapter("Shape");
     parameters.AddPoint    (&centre, {0.5F, 0.5F}, "Shape Center", "Cent"_id, KF_Preview, KPoint_Aspect);
@@ -16,7 +15,15 @@ void KEffectImageShape::ParametersAdd()
     parameters.AddSliderInt(&replicate, 1, "Shape Replicate", "Repl"_id, softMax, 1, 32);
     parameters.AddScrew    (&replicateOffset, 0.1F, "Shape Replicate Offset", "ReOf"_id, soft, -0.1, 0.1);
     parameters.AddRange    (&range, {0.0F, 1.0F}, "Shape Range Start", "Shape Range End", "WriS"_id, "WriE"_id, 0, 0.0, 1.0);
+    // clang-format on
+    ShadingAdd();
+}
 
+void KEffectImageShape::ShadingAdd()
+{
+    unsigned const softMax = KF_SoftMax, soft = KF_SoftMin | KF_SoftMax;
+    KPenStyle& pen = style.pen;
+    // clang-format off
     parameters.AddChapter("Shading");
     parameters.AddColor  (&pen.color, {1.0F, 1.0F, 1.0F, 1.0F}, "Pen Color", "PnCR"_id, 0);
     parameters.AddSlider (&style.penChannel.opacity, 1.0F, "Pen Opacity", "PnOp"_id, 0, 0.0, 1.0);

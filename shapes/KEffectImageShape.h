@@ -31,6 +31,8 @@ public:
 protected:
     /// The chapters Shape and Shading, after the tool's own.
     void ParametersAdd();
+    /// The chapter Shading alone, for tools that declare where their shape lies themselves.
+    void ShadingAdd();
 
 private:
     std::unique_ptr<KShape> PartOf(KShape const& shape) const;

@@ -57,6 +57,27 @@ TEST(Spiral, ZigZagsBeforeItSmooths)
     EXPECT_EQ(std::count(bent.begin(), bent.end(), 'C'), 3 * 3 * 3) << "three steps on each of three sides";
 }
 
+TEST(Worm, GoesThroughItsArcsWithTheHeadingKept)
+{
+    auto const effect = FindEffectFactory("BF_Worm")->makeRowForm();
+    float const pi = std::numbers::pi_v<float>;
+    float const turns[] = {0.0F, pi, 0.0F}, lengths[] = {0.25F, 0.125F, 0.25F};
+    for (std::uint32_t i = 0; i < 3; ++i) {
+        Target<float>(*effect, "CAn0"_id + i) = turns[i];
+        Target<float>(*effect, "CLe0"_id + i) = lengths[i];
+    }
+    Target<KVector2>(*effect, "Strt"_id) = {0.5F, 0.5F};
+    Target<int>(*effect, "Subd"_id) = 1;
+    // Half a turn in one piece is a chord at a quarter of a turn.
+    EXPECT_EQ(PathOf(*effect), "M0.5,0.5 L0.75,0.5 L0.75,0.625 L0.5,0.625");
+    Target<int>(*effect, "Rept"_id) = 2;
+    Target<float>(*effect, "GLen"_id) = 2.0F;
+    EXPECT_EQ(PathOf(*effect), "M0.5,0.5 L1,0.5 L1,0.75 L0.5,0.75 L0,0.75 L0,0.5 L0.5,0.5");
+    Target<int>(*effect, "Subd"_id) = Target<int>(*effect, "Rept"_id) = 2147483647;
+    std::unique_ptr<KShapeGroup> const group(dynamic_cast<KEffectImageShape&>(*effect).FShape());
+    EXPECT_LE(dynamic_cast<KShape&>(*group->Get(0)->Each<KShape>().begin().operator*()).GetCount(), 1 << 16);
+}
+
 TEST(Connect, DrawsWhereItsShapeInputsSay)
 {
     // A line over the columns 10 to 29 and four rows of a picture of 40 pixels.
