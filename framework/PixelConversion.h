@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/image/Pixel.h"
+#include "host/image/PixelCodec.h"
 
 namespace ombrelune {
 
@@ -19,6 +20,15 @@ inline void ColorWordsFrom(Pixel& to, FltPixel const& from)
 inline void ColorWordsFrom(FltPixel& to, Pixel const& from)
 {
     for (int i = 0; i < 4; ++i) to.word[i] = static_cast<float>(from.word[i] / 65535.0);
+}
+
+/// For effects whose only form is that of floats: rounded, so that what they leave alone keeps its bytes.
+inline Pixel RoundedPixel(FltPixel const& from)
+{
+    Pixel pixel;
+    pixel.CopyAux(from);
+    for (int i = 0; i < 4; ++i) pixel.word[i] = IntFromFloat(from.word[i]);
+    return pixel;
 }
 
 } // namespace ombrelune

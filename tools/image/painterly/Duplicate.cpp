@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "framework/PixelConversion.h"
 #include "framework/Registration.h"
 #include "image/KFigure.h"
 
@@ -51,7 +52,7 @@ public:
         return true;
     }
 
-    using KEffectPixel::F; // integers go through the float form
+    Pixel F(int x, int y, KImage* source) override { return RoundedPixel(FFlt(x, y, source)); }
     FltPixel FFlt(int x, int y, KImage* source) override
     {
         KImage const& copy = blurred ? *blurred : *source;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "framework/PixelConversion.h"
 #include "framework/Registration.h"
 #include "image/KOffsets.h"
 #include "tools/image/ray/HeightField.h"
@@ -62,7 +63,7 @@ public:
         return true;
     }
 
-    using KEffectPixel::F; // integers go through the float form
+    Pixel F(int x, int y, KImage* source) override { return RoundedPixel(FFlt(x, y, source)); }
     FltPixel FFlt(int x, int y, KImage* source) override
     {
         FltPixel result;

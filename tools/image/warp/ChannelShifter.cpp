@@ -1,5 +1,6 @@
 // Channel Shifter: moves the colour channels apart, for fringes, misprints and the look of old film.
 
+#include "framework/PixelConversion.h"
 #include "framework/Registration.h"
 
 namespace ombrelune {
@@ -39,7 +40,7 @@ public:
         return moves;
     }
 
-    using KEffectPixel::F; // integers go through the float form
+    Pixel F(int x, int y, KImage* source) override { return RoundedPixel(FFlt(x, y, source)); }
     FltPixel FFlt(int x, int y, KImage* source) override
     {
         FltPixel result, sample;
