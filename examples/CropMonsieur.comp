@@ -7,9 +7,9 @@ Composition {
       Inputs = {
         Image = Input { SourceOp = "Photo" },
         Crop = Input { Value = 0 },
-        Center = Input { Value = { 0.44, 0.74 } },
-        Width = Input { Value = 240 },
-        Height = Input { Value = 260 },
+        Center = Input { Value = { 0.44, 0.68 } },
+        Width = Input { Value = 310 },
+        Height = Input { Value = 320 },
       },
     },
     Out = Saver {

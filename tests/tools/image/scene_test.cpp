@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "image/SeenPlane.h"
 #include "tests/framework/ToolUnderTest.h"
-#include "tools/image/scene/SeenPlane.h"
 
 namespace ombrelune::test {
 namespace {
@@ -198,7 +198,11 @@ TEST(Project, LooksAtTheWallsOfTheRoom)
             ExpectNear(ColorAt(*seen, at.x, at.y), ColorAt(*walls[i], at.x, at.y),
                        fmt::format("wall {} at {}", i, at.x));
     }
-    // Wider, the walls beside it come in; what has no picture shows the source.
+    ToolUnderTest down("BF_Project");
+    Picture const floor = Places(kDepthFloat, 20, 20);
+    down.Set("ImaJ"_id, walls[0].get()).Set("ScAX"_id, -kPi / 2).Set("CaAn"_id, 90.0F);
+    ExpectNear(ColorAt(*down.On(*floor), 15, 3), ColorAt(*floor, 15, 3), "the source is the floor");
+    // Wider, the walls beside it come in; one without a picture is empty.
     ToolUnderTest wide("BF_Project");
     wide.Set("ImaJ"_id, walls[0].get())
         .Set("ImaU"_id, walls[3].get())

@@ -1,5 +1,6 @@
-// Project: looks around in a room of five pictures, with another one hung into it.
+// Project: looks around in a room whose walls are pictures, with another one hung into it.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -58,6 +59,8 @@ public:
         camera = KMatrix4().Rotate(angleX, angleY, angleZ, rotationOrder);
         toCamera = camera.Inverse();
         SceneFrame const frame(*source);
+        isRoom = std::any_of(faces, faces + kFloor, [](Face const& face) { return face.picture != nullptr; });
+        faces[kFloor] = {isRoom ? source : nullptr, 0};
         for (std::size_t i = 0; i < kFaces; ++i) {
             walls[i].reset();
             if (KImage* const face = faces[i].picture)
@@ -81,6 +84,8 @@ public:
     {
         FltPixel result;
         source->GetPixel(x, y, result);
+        if (isRoom)
+            for (float& word : result.word) word = 0.0F;
         if (auto const& wall = walls[WallAt(x, y)]) LayOver(result, wall->At(x, y, kEdgeDuplicate));
         if (panel) {
             FltPixel over = panel->At(x, y, kEdgeBlack);
@@ -101,10 +106,10 @@ public:
         KImage* picture = nullptr;
         int upperHalf; // 0 the whole picture, 1 its upper half
     };
-    enum Wall : std::size_t { kTop, kFront, kBack, kLeft, kRight, kFaces };
+    enum Wall : std::size_t { kTop, kFront, kBack, kLeft, kRight, kFloor, kFaces };
 
-    Face faces[kFaces];
-    float cameraAngle; // degrees across the frame
+    Face faces[kFaces]; // the source is the floor
+    float cameraAngle;  // degrees across the frame
     KImage* hung = nullptr;
     int rotationOrder;
     float angleX, angleY, angleZ; // of the camera
@@ -115,8 +120,6 @@ public:
     float blend;
 
 private:
-    static constexpr std::size_t kFloor = kFaces; // has no picture
-
     void AddFace(Wall wall, char const* label, std::uint32_t id, std::uint32_t partId)
     {
         KString text;
@@ -126,12 +129,14 @@ private:
     }
 
     /// The room reaches from -1 to 1; x to the right, y up, the front wall at z = -1. A wall's places are -1
-    /// to 1 as seen from the middle, that of the top with the front wall below.
+    /// to 1 as seen from the middle, those of top and floor with the front
+    /// wall below and above.
     static KMatrix4 WallOf(std::size_t wall)
     {
         // Columns: to the right on the wall, up on it, away from it, its middle.
         switch (wall) {
         case kTop: return {1, 0, 0, 0, 0, 0, -1, 1, 0, 1, 0, 0, 0, 0, 0, 1};
+        case kFloor: return {1, 0, 0, 0, 0, 0, 1, -1, 0, -1, 0, 0, 0, 0, 0, 1};
         case kBack: return {-1, 0, 0, 0, 0, 1, 0, 0, 0, 0, -1, 1, 0, 0, 0, 1};
         case kLeft: return {0, 0, 1, -1, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 0, 1};
         case kRight: return {0, 0, -1, 1, 0, 1, 0, 0, 1, 0, 0, 0, 0, 0, 0, 1};
@@ -155,14 +160,15 @@ private:
         KVector3 const ray =
             camera * KVector3(static_cast<float>(across * reach), static_cast<float>(up * reach), -1.0F);
         float const ax = std::abs(ray.x), ay = std::abs(ray.y), az = std::abs(ray.z);
-        if (ay > ax && ay > az) return ray.y > 0.0F ? std::size_t{kTop} : kFloor;
+        if (ay > ax && ay > az) return ray.y > 0.0F ? kTop : kFloor;
         if (ax > az) return ray.x > 0.0F ? kRight : kLeft;
         return ray.z < 0.0F ? kFront : kBack;
     }
 
     double reach = 1.0; // width of the frame one away from the camera
     KMatrix4 camera, toCamera;
-    std::array<std::optional<SeenPlane>, kFaces + 1> walls;
+    bool isRoom = false; // else the source is what lies behind the hung picture
+    std::array<std::optional<SeenPlane>, kFaces> walls;
     std::optional<SeenPlane> panel;
 };
 

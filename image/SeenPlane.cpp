@@ -1,4 +1,4 @@
-#include "tools/image/scene/SeenPlane.h"
+#include "image/SeenPlane.h"
 
 #include <algorithm>
 #include <cmath>
