@@ -2,6 +2,7 @@
 #include <cmath>
 #include <type_traits>
 
+#include "image/HeightNormal.h"
 #include "image/KImage.h"
 #include "image/KLookUpTable.h"
 #include "image/RowLoop.h"
@@ -177,23 +178,11 @@ int KImage::Shape(KLookUpTable const* table, Pixel const& p, int selector)
 
 KVector3 KImage::GetNormal(int x, int y, int channel, float strength, KLookUpTable const* table) const
 {
-    auto const height = [&](int px, int py) {
+    return HeightNormal(width_, strength, [&](int dx, int dy) {
         Pixel p;
-        GetPixelD(px, py, p);
+        GetPixelD(x + dx, y + dy, p);
         return Shape(table, p, channel);
-    };
-    auto const z = static_cast<float>(7.2 / width_ / std::max(strength, 1.1920929e-07F));
-    int const centre = height(x, y);
-    KVector3 sum;
-    for (int dy = -1; dy <= 1; ++dy) {
-        for (int dx = -1; dx <= 1; ++dx) {
-            if (dx == 0 && dy == 0) continue;
-            double const distance = dx != 0 && dy != 0 ? 92000.0 : 65535.0;
-            auto const d = static_cast<float>((height(x + dx, y + dy) - centre) / distance);
-            sum += KVector3(static_cast<float>(-dx) * d, static_cast<float>(-dy) * d, z);
-        }
-    }
-    return sum.Normalize();
+    });
 }
 
 } // namespace ombrelune

@@ -44,7 +44,7 @@ public:
         if (!KEffectPixel::Init(source) || (sizeX == 0.0F && y == 0.0F)) return false;
         light = KVector3(2.0F * lightPosition.x - 1.0F, (2.0F * lightPosition.y - 1.0F) / frameAspect, 0.2F)
                     .Normalize();
-        bump = MakeRelief(*source, sizeX, y, filter, data.quick, 8);
+        bump = Relief::Make(*source, sizeX, y, filter, data.quick, 8, 3, usesShape ? shape : nullptr);
         return bump != nullptr;
     }
 
@@ -82,13 +82,10 @@ public:
     KVector2 lightPosition;
 
 private:
-    float Light(int x, int y) const
-    {
-        return bump->GetNormal(x, y, 3, relief, usesShape ? shape : nullptr) * light;
-    }
+    float Light(int x, int y) const { return bump->Normal(x, y, relief) * light; }
 
     KVector3 light;
-    std::unique_ptr<KImage> bump;
+    std::unique_ptr<Relief> bump;
 };
 
 OMBRELUNE_TOOL(BF_Bevel, BF_ThreadedOperator, KEffectBevel);

@@ -54,7 +54,7 @@ public:
         color16 = color;
         light = {2.0F * (lightPosition.x - 1.0F), (2.0F * lightPosition.y - 1.0F) / frameAspect,
                  lightType == kDistant ? 0.5F : lightHeight};
-        bump = MakeRelief(*source, sizeX, y, filter, data.quick, 0xF);
+        bump = Relief::Make(*source, sizeX, y, filter, data.quick, 0xF, channel, shape);
         return bump != nullptr;
     }
 
@@ -111,7 +111,7 @@ private:
                 (2.0F * static_cast<float>(y) / static_cast<float>(height) - 1.0F) / frameAspect, 0.0F);
             towards = (light - place).Normalize();
         }
-        float const d = bump->GetNormal(x, y, channel, relief, shape) * towards;
+        float const d = bump->Normal(x, y, relief) * towards;
         float const t = (d - range.low) / (range.high - range.low);
         return t > 0.0F ? std::min(t, 1.0F) : 0.0F; // equal bounds at the bound itself give no number
     }
@@ -124,7 +124,7 @@ private:
 
     KColor32 color16;
     KVector3 light;
-    std::unique_ptr<KImage> bump;
+    std::unique_ptr<Relief> bump;
 };
 
 OMBRELUNE_TOOL(BF_Plastic, BF_ThreadedOperator, KEffectPlastic);

@@ -1,12 +1,14 @@
 // Beams: light rays out of the picture or its edges, in parallel or from a centre.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "framework/Registration.h"
+#include "host/value/Parallel.h"
 #include "image/KColor32.h"
 #include "image/KLookUpTable.h"
 #include "image/KOffsetsTable.h"
@@ -57,13 +59,14 @@ public:
     bool Init(KImage* source) override
     {
         if (!KEffectPixel::Init(source)) return false;
-        light = MakeEdgeLight(*source, edges, mask);
+        auto const light = MakeEdgeLight(*source, edges, mask);
         if (!light) return false;
         region = light->BoundingBox();
         if (region.IsEmpty()) return false;
         region.Expand(1.0, 1.0);
         region.Scale(1.0F / static_cast<float>(width), 1.0F / (static_cast<float>(height) * frameAspect));
 
+        TakeLight(*light);
         solid = color;
         blend16 = TruncateToInt(blend * 65535.0F);
         SetWeights();
@@ -101,7 +104,8 @@ public:
 
     void Done(KImage** destination) override
     {
-        light.reset();
+        alphas = {};
+        lights = {};
         parallel.reset();
         radial.reset();
         weights = {};
@@ -128,6 +132,28 @@ private:
     struct Sums {
         std::int64_t word[4] = {}; // in the order of a pixel's words; of a solid colour alpha alone
     };
+
+    /// Rays read the light often and all over the picture: close together, and the colours only when wanted.
+    void TakeLight(KImage const& light)
+    {
+        auto const pixels = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+        alphas.resize(pixels);
+        lights.resize(colorType == 0 ? 0 : pixels);
+        ParallelFor(height, [&](int y) {
+            PixPtr in(light.FImage(), 0, y);
+            Pixel pixel;
+            for (std::size_t i = Index(0, y), end = Index(width, y); i < end; ++i) {
+                pixel >>= in;
+                alphas[i] = static_cast<std::uint16_t>(pixel.alpha);
+                for (int c = 0; colorType != 0 && c < 4; ++c)
+                    lights[i][static_cast<std::size_t>(c)] = static_cast<std::uint16_t>(pixel.word[c]);
+            }
+        });
+    }
+    std::size_t Index(int x, int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+    }
 
     KVector2 Place(int x, int y) const
     {
@@ -172,24 +198,27 @@ private:
         int const limit = std::min(65535, TruncateToInt(ratio * 65535.0F));
         float const stretch = 1.0F / ratio;
         KVector2 const fromCenter = Place(x, y) - center;
+        // A line moves by a pixel along its longer axis, so one that is too short to pass need not look.
+        float const farthest = std::max(std::abs(fromCenter.x) * static_cast<float>(width),
+                                        std::abs(fromCenter.y) * frameAspect * static_cast<float>(height));
+        bool const mayPass = stopsAtCenter && farthest <= static_cast<float>(line.entries.size()) + 2.0F;
         for (std::size_t n = 1; n < line.entries.size(); ++n) {
             KOffset const& entry = line.entries[n];
             if (entry.position >= limit) break;
             int const px = x + signX * entry.x, py = y + signY * entry.y;
             if (px < 0 || px >= width || py < 0 || py >= height) break;
-            Pixel q;
-            light->GetPixel(px, py, q);
-            if (q.alpha != 0) {
+            std::size_t const at = Index(px, py);
+            if (alphas[at] != 0) {
                 int const i =
                     std::max(0, 65535 - TruncateToInt(stretch * static_cast<float>(entry.position)));
                 // The limit keeps the sums of the longest line within 64 bits.
                 auto const w = static_cast<std::int64_t>(std::min(
                     weights[static_cast<std::size_t>(i)] * static_cast<float>(entry.weight), 268435456.0F));
-                if (colorType == 0) sums.word[kChannelAlpha] += w * q.alpha;
+                if (colorType == 0) sums.word[kChannelAlpha] += w * alphas[at];
                 else
-                    for (int c = 0; c < 4; ++c) sums.word[c] += w * q.word[c];
+                    for (std::size_t c = 0; c < 4; ++c) sums.word[c] += w * lights[at][c];
             }
-            if (stopsAtCenter && (Place(px, py) - center) * fromCenter < 0.0F) break;
+            if (mayPass && (Place(px, py) - center) * fromCenter < 0.0F) break;
         }
         return sums;
     }
@@ -214,8 +243,9 @@ private:
             pixel.word[c] = std::min(ScaledProduct(pixel.word[c], keep) + rays[c], 65535U);
     }
 
-    std::unique_ptr<KImage> light;
-    KImageRegion region; // of the light, frame units
+    std::vector<std::uint16_t> alphas;                // of what rays start from
+    std::vector<std::array<std::uint16_t, 4>> lights; // and its words
+    KImageRegion region;                              // of the light, frame units
     std::optional<KOffsets> parallel;
     std::optional<KOffsetsTable> radial;
     std::vector<float> weights; // by what is left of the way, 0 to 65535
