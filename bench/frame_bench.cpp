@@ -4,6 +4,7 @@
 #include <array>
 
 #include <opencv2/imgproc.hpp>
+#include <opencv2/xphoto.hpp>
 
 #include "bench/Frame.h"
 
@@ -110,7 +111,21 @@ Work OpenCvBlurInLab(Case const& row)
     };
 }
 
+/// As many steps of lightness as the tool is given. It takes three channels of 8 bits alone.
+Work OpenCvOilPainting(Case const& row)
+{
+    cv::setNumThreads(row.threads);
+    cv::Mat const rgba(row.picture->Height(), row.picture->Width(), CV_8UC4, row.picture->MainRow(0),
+                       static_cast<std::size_t>(row.picture->RowBytes()));
+    auto const rgb = std::make_shared<cv::Mat>(), out = std::make_shared<cv::Mat>();
+    cv::cvtColor(rgba, *rgb, cv::COLOR_BGRA2BGR);
+    return [=] { cv::xphoto::oilPainting(*rgb, *out, 6, 1); };
+}
+
 bool const tools[] = {
+    RatioRows("Tool/Painterly", Frame(Tool("BF_Painterly", Setting<float>{"Radi"_id, 6.0F}), changed),
+              {kDepthInt8}),
+    RatioRows("OpenCV/OilPainting", OpenCvOilPainting, {kDepthInt8}),
     RatioRows("Tool/MapFilter", MapFilter, {kDepthFloat}),
     RatioRows("OpenCV/Filter2D", OpenCvFilter, {kDepthFloat}),
     RatioRows(
