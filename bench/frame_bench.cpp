@@ -111,7 +111,9 @@ Work OpenCvBlurInLab(Case const& row)
     };
 }
 
-/// As many steps of lightness as the tool is given. It takes three channels of 8 bits alone.
+constexpr float kBrush = 6.0F; // 720ths of the width
+
+/// With as many steps of lightness as the tool. It takes three channels of 8 bits alone.
 Work OpenCvOilPainting(Case const& row)
 {
     cv::setNumThreads(row.threads);
@@ -119,11 +121,12 @@ Work OpenCvOilPainting(Case const& row)
                        static_cast<std::size_t>(row.picture->RowBytes()));
     auto const rgb = std::make_shared<cv::Mat>(), out = std::make_shared<cv::Mat>();
     cv::cvtColor(rgba, *rgb, cv::COLOR_BGRA2BGR);
-    return [=] { cv::xphoto::oilPainting(*rgb, *out, 6, 1); };
+    int const reach = static_cast<int>(kBrush * static_cast<float>(row.picture->Width()) / 720.0F);
+    return [=] { cv::xphoto::oilPainting(*rgb, *out, reach, 1); };
 }
 
 bool const tools[] = {
-    RatioRows("Tool/Painterly", Frame(Tool("BF_Painterly", Setting<float>{"Radi"_id, 6.0F}), changed),
+    RatioRows("Tool/Painterly", Frame(Tool("BF_Painterly", Setting<float>{"Radi"_id, kBrush}), changed),
               {kDepthInt8}),
     RatioRows("OpenCV/OilPainting", OpenCvOilPainting, {kDepthInt8}),
     RatioRows("Tool/MapFilter", MapFilter, {kDepthFloat}),

@@ -23,14 +23,7 @@ public:
 
     void Process(Request* request) override
     {
-        auto const size = [&](Input* input) {
-            auto const full = static_cast<int>(request->Number(*input));
-            return std::max(full / proxyScale, 1);
-        };
-        // Of a field there is every second row.
-        int const height = fieldCount > 0 ? std::max(size(heightInput) / 2, 1) : size(heightInput);
-        Ref<Image> image = NewImageTagList(
-            {{Img_Document, &FormatOf(Document())}, {Img_Width, size(widthInput)}, {Img_Height, height}});
+        Ref<Image> image = NewFrame(*request);
         if (!image) return request->Fail(Name() + ": no memory for a picture of this size");
 
         FltPixel pixel;

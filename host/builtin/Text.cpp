@@ -115,12 +115,7 @@ private:
     {
         if (auto const* under = dynamic_cast<Image const*>(input->GetValue(request, 0)))
             return fieldCount > 0 ? FieldOf(*under, fieldNumber) : under->CopyOfImage(false);
-        auto const side = [&](Input const* from) {
-            return std::max(static_cast<int>(request->Number(*from)) / proxyScale, 1);
-        };
-        int const height = fieldCount > 0 ? std::max(side(heightInput) / 2, 1) : side(heightInput);
-        Ref<Image> image = NewImageTagList(
-            {{Img_Document, &FormatOf(Document())}, {Img_Width, side(widthInput)}, {Img_Height, height}});
+        Ref<Image> image = NewFrame(*request);
         if (image) image->Clear();
         return image;
     }

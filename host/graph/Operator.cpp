@@ -199,6 +199,20 @@ void SourceOperator::CheckRequest(Request* request)
     yAspect = FormatOf(Document()).yScale;
 }
 
+Ref<Image> SourceOperator::NewFrame(Request const& request) const
+{
+    auto const full = [&](Input const* input) {
+        return std::max(static_cast<int>(request.Number(*input)), 1);
+    };
+    int const w = full(widthInput), h = full(heightInput), rows = std::max(h / proxyScale, 1);
+    // Of a field there is every second row.
+    Ref<Image> image = NewImageTagList({{Img_Document, &FormatOf(Document())},
+                                        {Img_Width, std::max(w / proxyScale, 1)},
+                                        {Img_Height, fieldCount > 0 ? std::max(rows / 2, 1) : rows}});
+    if (image && proxyScale > 1) image->attributes.Set({Img_OriginalWidth, w}).Set({Img_OriginalHeight, h});
+    return image;
+}
+
 MaskOperator::MaskOperator(Registry const* registry, ScriptVal const& settings, TagList const& tags)
     : ThreadedOperator(registry, settings, tags)
 {

@@ -18,6 +18,7 @@
 namespace ombrelune {
 
 class FusionDoc;
+class Image;
 
 /// What a render job tells every operator before its first frame.
 struct RenderMessage {
@@ -168,6 +169,9 @@ public:
     void CheckRequest(Request* request) override;
 
     bool WantsFields(Request const& request) const;
+    /// A picture of the size that the inputs tell, at the proxy and for the field that are wanted; its pixels
+    /// are undefined. Null when memory is out.
+    Ref<Image> NewFrame(Request const& request) const;
 
     int fieldCount = 0;  ///< 0 for full frames, 2 for fields
     int fieldNumber = 0; ///< 0 the rows 0, 2, 4 ... from the bottom, 1 the rows between

@@ -5,12 +5,14 @@
 // algorithm" (1979), for brushes of any shape: a step along the row costs the edges of the brush alone.
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "framework/Registration.h"
+#include "host/value/Parallel.h"
 #include "image/KColor32.h"
 #include "image/KOffsets.h"
 
@@ -54,6 +56,7 @@ public:
         if (!made) return false;
         kernel.emplace(made.get(), 0, true, 0);
         edges.emplace(made.get(), 0, true, 1);
+        TakePoints(*source);
         return true;
     }
 
@@ -61,11 +64,16 @@ public:
     {
         Histogram histogram(stepCount);
         for (KOffset const& entry : kernel->entries)
-            histogram.Count(PixelAt(*source, entry.x - 1, y + entry.y), 1);
+            histogram.Add(RowAt(y + entry.y)[std::clamp(entry.x - 1, 0, width - 1)]);
+        // What leaves the brush with a step along the row, and what enters it.
+        std::vector<Edge> leaving, entering;
+        for (KOffset const& entry : edges->entries)
+            (entry.flag ? leaving : entering).push_back({RowAt(y + entry.y), entry.x});
         for (int x = 0; x < width; ++x) {
-            for (KOffset const& entry : edges->entries)
-                histogram.Count(PixelAt(*source, x + entry.x, y + entry.y), entry.flag ? -1 : 1);
-            Pixel pixel = PixelAt(*source, x, y);
+            for (Edge const& edge : entering) histogram.Add(edge.row[std::clamp(x + edge.x, 0, width - 1)]);
+            for (Edge const& edge : leaving) histogram.Remove(edge.row[std::clamp(x + edge.x, 0, width - 1)]);
+            Pixel pixel;
+            source->GetPixel(x, y, pixel);
             histogram.Paint(mode, pixel);
             destination->SetPixel(x, y, pixel);
         }
@@ -73,6 +81,7 @@ public:
 
     void Done(KImage** destination) override
     {
+        points = {};
         kernel.reset();
         edges.reset();
         KEffectThreads::Done(destination);
@@ -93,6 +102,17 @@ private:
     static constexpr float kLargestRadius = 512.0F; // pixels
     static constexpr int kLargestBrush = 257;       // pixels to a side, of any pattern
 
+    /// A pixel as the brush counts it: many times, so its step of luminance is found once.
+    struct Point {
+        std::array<std::uint16_t, 3> word;
+        std::uint16_t bin;
+    };
+    /// Pixel of the brush's edge.
+    struct Edge {
+        Point const* row;
+        int x; ///< from the middle
+    };
+
     /// How many pixels there are of each step of luminance, and the sums of their colours.
     class Histogram {
     public:
@@ -100,11 +120,15 @@ private:
             : counts_(static_cast<std::size_t>(count)), sums_(static_cast<std::size_t>(count))
         {}
 
-        void Count(Pixel const& pixel, int sign)
+        void Add(Point const& point)
         {
-            auto const bin = static_cast<std::size_t>(KColor32(pixel).Luminance()) * counts_.size() / 0x10000;
-            counts_[bin] += sign;
-            for (int c = 0; c < 3; ++c) sums_[bin].word[c] += sign * static_cast<std::int64_t>(pixel.word[c]);
+            ++counts_[point.bin];
+            for (std::size_t c = 0; c < 3; ++c) sums_[point.bin].word[c] += point.word[c];
+        }
+        void Remove(Point const& point)
+        {
+            --counts_[point.bin];
+            for (std::size_t c = 0; c < 3; ++c) sums_[point.bin].word[c] -= point.word[c];
         }
 
         void Paint(int which, Pixel& pixel) const
@@ -134,12 +158,27 @@ private:
         std::vector<Sum> sums_;
     };
 
-    static Pixel PixelAt(KImage const& image, int x, int y)
+    void TakePoints(KImage const& source)
     {
-        Pixel pixel;
-        image.GetPixelD(x, y, pixel);
-        return pixel;
+        points.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        ParallelFor(height, [&](int y) {
+            PixPtr in(source.FImage(), 0, y);
+            Pixel pixel;
+            for (int x = 0; x < width; ++x) {
+                pixel >>= in;
+                Point& point = points[Index(x, y)];
+                for (std::size_t c = 0; c < 3; ++c) point.word[c] = static_cast<std::uint16_t>(pixel.word[c]);
+                point.bin = static_cast<std::uint16_t>(std::int64_t{KColor32(pixel).Luminance()} * stepCount /
+                                                       0x10000);
+            }
+        });
     }
+    std::size_t Index(int x, int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+    }
+    /// The edge pixels repeat.
+    Point const* RowAt(int y) const { return &points[Index(0, std::clamp(y, 0, height - 1))]; }
 
     /// White within the brush. Null when memory is out.
     std::unique_ptr<KImage> MakeBrush(KImage const& source) const
@@ -182,6 +221,7 @@ private:
 
     int stepCount = 2;
     std::optional<KOffsets> kernel, edges;
+    std::vector<Point> points; // of the whole picture
 };
 
 OMBRELUNE_TOOL(BF_Painterly, BF_ThreadedOperator, KEffectPainterly);
