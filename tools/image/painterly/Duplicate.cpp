@@ -1,12 +1,16 @@
 // Duplicate: copies of the picture along a figure that turns into another one, laid over each other.
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <vector>
 
 #include "framework/PixelConversion.h"
 #include "framework/Registration.h"
+#include "host/image/Vector4.h"
+#include "host/value/Parallel.h"
 #include "image/KFigure.h"
+#include "image/Saturate.h"
 
 namespace ombrelune {
 
@@ -41,43 +45,39 @@ public:
         if (!KEffectPixel::Init(source)) return false;
         // Radii are parts of the width.
         float const across = static_cast<float>(width), rows = across * pixelAspect;
-        int const copies = std::clamp(count, 1, kMostCopies);
-        places.clear();
-        for (int i = 0; i < copies; ++i) {
-            KVector2 const from = figures[0].Point(i, copies), to = figures[1].Point(i, copies);
+        int const number = std::clamp(count, 1, kMostCopies);
+        copies.clear();
+        for (int i = 0; i < number; ++i) {
+            KVector2 const from = figures[0].Point(i, number), to = figures[1].Point(i, number);
             KVector2 const at = from + morph * (to - from);
-            places.push_back({at.x * across, at.y * rows});
+            copies.push_back(CopyAt(-at.x * across, -at.y * rows));
         }
-        if (blur > 0.0F) blurred.reset(source->BlurOf(blur, -1.0, kBlurGaussian, 0xF, 1.0, 1.0));
+        std::unique_ptr<KImage> const blurred(
+            blur > 0.0F ? source->BlurOf(blur, -1.0, kBlurGaussian, 0xF, 1.0, 1.0) : nullptr);
+        TakePixels(blurred ? *blurred : *source);
         return true;
     }
 
     Pixel F(int x, int y, KImage* source) override { return RoundedPixel(FFlt(x, y, source)); }
     FltPixel FFlt(int x, int y, KImage* source) override
     {
-        KImage const& copy = blurred ? *blurred : *source;
-        FltPixel result, sample;
+        FltPixel result;
         source->GetPixel(x, y, result);
-        float words[4] = {};
-        for (std::size_t i = 0; i < places.size(); ++i) {
-            copy.SamplePixelD(static_cast<float>(x) - places[i].x, static_cast<float>(y) - places[i].y,
-                              sample);
-            for (int c = 0; c < 4; ++c) {
-                if (i == 0) words[c] = sample.word[c];
-                else if (combine == kMaximum) words[c] = std::max(words[c], sample.word[c]);
-                else if (combine == kMinimum) words[c] = std::min(words[c], sample.word[c]);
-                else words[c] += sample.word[c];
-            }
+        Float4 words = Sample(x, y, copies[0]);
+        for (std::size_t i = 1; i < copies.size(); ++i) {
+            Float4 const sample = Sample(x, y, copies[i]);
+            if (combine == kMaximum) words = sample > words ? sample : words;
+            else if (combine == kMinimum) words = sample < words ? sample : words;
+            else words += sample;
         }
-        float const parts =
-            combine == kMaximum || combine == kMinimum ? 1.0F : static_cast<float>(places.size());
-        for (int c = 0; c < 4; ++c) result.word[c] = words[c] / parts;
+        if (combine != kMaximum && combine != kMinimum) words /= static_cast<float>(copies.size());
+        for (int c = 0; c < 4; ++c) result.word[c] = words[c];
         return result;
     }
 
     void Done(KImage** destination) override
     {
-        blurred.reset();
+        pixels = {};
         KEffectPixel::Done(destination);
     }
 
@@ -92,8 +92,54 @@ public:
 private:
     static constexpr int kMostCopies = 1024;
 
-    std::vector<KVector2> places; // of the copies, in pixels from the picture's own place
-    std::unique_ptr<KImage> blurred;
+    /// Where a copy is read: whole pixels from the own place, and the part of the next one in each direction.
+    struct Copy {
+        int x, y;
+        float partX, partY;
+    };
+    static Copy CopyAt(float x, float y)
+    {
+        float const wholeX = std::floor(x), wholeY = std::floor(y);
+        return {SaturatedInt(wholeX), SaturatedInt(wholeY), x - wholeX, y - wholeY};
+    }
+
+    /// Each pixel is read by every copy, so all are floats once.
+    void TakePixels(KImage const& picture)
+    {
+        pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+        ParallelFor(height, [&](int y) {
+            PixPtr in(picture.FImage(), 0, y);
+            FltPixel pixel;
+            Float4* out = &pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width)];
+            for (int x = 0; x < width; ++x) {
+                pixel >>= in;
+                *out++ = LoadFloat4(pixel.word);
+            }
+        });
+    }
+
+    /// Bilinear; the edge pixels repeat.
+    Float4 Sample(int x, int y, Copy const& copy) const
+    {
+        auto const limited = [](int at, int by, int size) {
+            return static_cast<std::size_t>(std::clamp<std::int64_t>(std::int64_t{at} + by, 0, size - 1));
+        };
+        std::size_t const left = limited(x, copy.x, width), right = limited(x + 1, copy.x, width);
+        auto const row = [&](int at) {
+            Float4 const* const start =
+                &pixels[limited(at, copy.y, height) * static_cast<std::size_t>(width)];
+            return Between(start[left], start[right], copy.partX);
+        };
+        return Between(row(y), row(y + 1), copy.partY);
+    }
+    /// One of the two exactly where the other has no part.
+    static Float4 Between(Float4 a, Float4 b, float part)
+    {
+        return part == 0.0F ? a : (1.0F - part) * a + part * b;
+    }
+
+    std::vector<Copy> copies;
+    std::vector<Float4> pixels;
 };
 
 OMBRELUNE_TOOL(BF_Duplicate, BF_ThreadedOperator, KEffectDuplicate);
