@@ -1,5 +1,6 @@
 // Combine: a weighted mix of one picture merged over another, under it, and averaged with it.
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -28,6 +29,9 @@ public:
     bool Init(KImage* source) override
     {
         if (!KEffectPixel::Init(source) || !image) return false;
+        // Nobody can tell larger ones from these, and their products stay finite.
+        for (float* fraction : {&merge, &mergeUnder, &average})
+            *fraction = std::clamp(*fraction, -1e12F, 1e12F);
         sum = sumMode == 0 ? merge + mergeUnder + average
                            : std::abs(merge) + std::abs(mergeUnder) + std::abs(average);
         if (sum == 0.0F) return false;
