@@ -113,6 +113,9 @@ TEST(BoundingBox, FillsTheBoxAroundWhatIsOverTheThreshold)
             EXPECT_EQ(ColorAt(*drawn, 4, y).alpha > 0.49F, y >= c.low && y <= c.high) << c.lock << " " << y;
     }
     EXPECT_EQ(ColorAt(*tool.Set("Thre"_id, 1.0F).On(*source), 3, 2), KColor()) << "nothing is over it";
+    KProcessImageData redOff = DataFor(*source);
+    redOff.channels[0] = false;
+    EXPECT_EQ(ColorAt(*Apply(tool.Image(), *source, redOff), 3, 2), KColor(1.0F, 0.0F, 0.0F, 0.0F));
 }
 
 TEST(Figure, SpreadsItsPointsEvenly)

@@ -4,6 +4,7 @@
 
 #include "framework/KEffectThreads.h"
 #include "framework/Registration.h"
+#include "framework/RowForms.h"
 
 namespace ombrelune {
 
@@ -54,14 +55,16 @@ public:
     {
         destination->CopyLineFrom(source, row); // the auxiliary channels stay
         float const inRow = Overlap(row, box.low, box.high);
-        FltPixel pixel;
+        FltPixel pixel, original;
         for (int x = 0; x < width; ++x) {
             float const cover = inRow * Overlap(x, box.left, box.right) * color.alpha;
             destination->GetPixel(x, row, pixel);
+            original = pixel;
             pixel.red = color.red * cover;
             pixel.green = color.green * cover;
             pixel.blue = color.blue * cover;
             pixel.alpha = cover;
+            KeepUnselected(pixel, original, data);
             destination->SetPixel(x, row, pixel);
         }
     }
